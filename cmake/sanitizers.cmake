@@ -1,0 +1,7 @@
+# Set for the whole build, GoogleTest included: the thread sanitizer misjudges what it has not
+# instrumented, and containers that cross into plain code confuse the address sanitizer.
+if(TAVI_IOAPI_SANITIZE)
+  list(JOIN TAVI_IOAPI_SANITIZE "," sanitizers)
+  add_compile_options(-fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${sanitizers})
+endif()

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "../api.hpp"
+
+#include <string_view>
+#include <type_traits>
+
+namespace tavi::ioapi::v2::utility {
+
+class string;
+class string_view;
+
+} // namespace tavi::ioapi::v2::utility
+
+namespace tavi::ioapi::v2::detail {
+
+template <class T>
+inline constexpr bool is_own_text =
+    std::is_same_v<T, utility::string> || std::is_same_v<T, utility::string_view>;
+
+/// Holds where one side is a text of this library and the other is any text: a literal, a
+/// `std::string`, a `std::string_view` or another of our own.
+template <class Left, class Right>
+using if_comparable_texts =
+    std::enable_if_t<(is_own_text<Left> ||
+                      is_own_text<Right>)&&std::is_convertible_v<Left const&, std::string_view> &&
+                         std::is_convertible_v<Right const&, std::string_view>,
+                     bool>;
+
+template <class Left, class Right>
+int compare_texts(Left const& left, Right const& right) noexcept {
+    return static_cast<std::string_view>(left).compare(static_cast<std::string_view>(right));
+}
+
+} // namespace tavi::ioapi::v2::detail
+
+namespace tavi::ioapi::v2::utility {
+
+/// \name Comparison of texts
+/// By unsigned bytes over the common length, then the shorter text first. A null data pointer
+/// reads as the empty text. Linear in the length, no allocation; a literal must not be null.
+/// \{
+template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
+[[nodiscard]] bool operator==(Left const& left, Right const& right) noexcept {
+    return static_cast<std::string_view>(left) == static_cast<std::string_view>(right);
+}
+template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
+[[nodiscard]] bool operator!=(Left const& left, Right const& right) noexcept {
+    return static_cast<std::string_view>(left) != static_cast<std::string_view>(right);
+}
+template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
+[[nodiscard]] bool operator<(Left const& left, Right const& right) noexcept {
+    return detail::compare_texts(left, right) < 0;
+}
+template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
+[[nodiscard]] bool operator<=(Left const& left, Right const& right) noexcept {
+    return detail::compare_texts(left, right) <= 0;
+}
+template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
+[[nodiscard]] bool operator>(Left const& left, Right const& right) noexcept {
+    return detail::compare_texts(left, right) > 0;
+}
+template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
+[[nodiscard]] bool operator>=(Left const& left, Right const& right) noexcept {
+    return detail::compare_texts(left, right) >= 0;
+}
+/// \}
+
+} // namespace tavi::ioapi::v2::utility
