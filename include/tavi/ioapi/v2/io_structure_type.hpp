@@ -1,0 +1,63 @@
+#pragma once
+
+#include "api.hpp"
+#include "detail/deep_ptr.hpp"
+#include "io_data_type.hpp"
+#include "utility/pair.hpp"
+#include "utility/string.hpp"
+#include "utility/string_view.hpp"
+
+#include <initializer_list>
+
+namespace tavi::ioapi::v2 {
+
+/// The shape of a structured value: a name, and the type that each member must have. It holds no
+/// values and no id; an id comes from registering it.
+///
+/// A handle that owns its content alone: copies are deep, a move leaves a null handle, which may
+/// only be destroyed or assigned to; assigning from a null handle gives a null handle. Members are
+/// ordered by name, as unsigned bytes, the shorter name first. Not synchronised.
+class TAVI_IOAPI_API io_structure_type {
+public:
+    class impl;
+    using member = utility::pair<utility::string, io_data_type>;
+
+    /// No name, no members. \throws std::bad_alloc, as all constructors and copies
+    io_structure_type();
+    /// A name, no members.
+    io_structure_type(utility::string name);
+    /// No name; `set_member` for each pair, in order.
+    io_structure_type(std::initializer_list<member const> members);
+    /// A name; `set_member` for each pair, in order.
+    io_structure_type(utility::string name, std::initializer_list<member const> members);
+
+    io_structure_type(io_structure_type const&);
+    io_structure_type(io_structure_type&&) noexcept;
+    io_structure_type& operator=(io_structure_type const&);
+    io_structure_type& operator=(io_structure_type&&) noexcept;
+    ~io_structure_type();
+
+    /// The name as given; it is never interpreted. Valid until the type is changed or destroyed.
+    [[nodiscard]] utility::string_view name() const TAVI_IOAPI_LIFETIMEBOUND;
+
+    /// Add a member, or replace the type of the member of that name. No name and no type is
+    /// refused. Logarithmic in the members. \throws std::bad_alloc
+    void set_member(utility::string_view name, io_data_type const& type);
+
+    /// Whether there is a member of exactly this name. Logarithmic, no allocation.
+    [[nodiscard]] bool has_member(utility::string_view name) const;
+
+    /// The type of a member; for an unknown name the type whose fields are all 0, which a member
+    /// may also have been given: `has_member` tells them apart. Logarithmic, no allocation.
+    [[nodiscard]] io_data_type get_member(utility::string_view name) const;
+
+    /// Remove all members; the name stays.
+    void clear();
+
+private:
+    detail::deep_ptr<impl> impl_;
+};
+
+static_assert(sizeof(io_structure_type) == sizeof(void*), "a handle is one pointer");
+
+} // namespace tavi::ioapi::v2

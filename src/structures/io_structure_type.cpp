@@ -1,0 +1,71 @@
+#include "../foundation/handle.hpp"
+#include "io_structure_type_impl.hpp"
+
+#include <utility>
+
+namespace tavi::ioapi::v2 {
+
+io_structure_type::impl::impl(std::string name) : name_(std::move(name)) {}
+
+std::string const& io_structure_type::impl::name() const {
+    return name_;
+}
+
+void io_structure_type::impl::set_member(std::string_view name, io_data_type const& type) {
+    auto const place = members_.lower_bound(name);
+    if (place != members_.end() && place->first == name) {
+        place->second = type;
+    } else {
+        members_.emplace_hint(place, name, type);
+    }
+}
+
+bool io_structure_type::impl::has_member(std::string_view name) const {
+    return members_.find(name) != members_.end();
+}
+
+io_data_type io_structure_type::impl::get_member(std::string_view name) const {
+    auto const place = members_.find(name);
+    return place != members_.end() ? place->second : io_data_type{};
+}
+
+void io_structure_type::impl::clear() {
+    members_.clear();
+}
+
+io_structure_type::io_structure_type() : impl_(std::in_place) {}
+
+io_structure_type::io_structure_type(utility::string name) : impl_(std::in_place, name.str()) {}
+
+io_structure_type::io_structure_type(std::initializer_list<member const> members)
+    : io_structure_type(utility::string(), members) {}
+
+io_structure_type::io_structure_type(utility::string name,
+                                     std::initializer_list<member const> members)
+    : impl_(std::in_place, name.str()) {
+    for (member const& each : members) impl_->set_member(each.first, each.second);
+}
+
+TAVI_IOAPI_DEFINE_HANDLE(io_structure_type);
+
+utility::string_view io_structure_type::name() const {
+    return impl_->name();
+}
+
+void io_structure_type::set_member(utility::string_view name, io_data_type const& type) {
+    impl_->set_member(name, type);
+}
+
+bool io_structure_type::has_member(utility::string_view name) const {
+    return impl_->has_member(name);
+}
+
+io_data_type io_structure_type::get_member(utility::string_view name) const {
+    return impl_->get_member(name);
+}
+
+void io_structure_type::clear() {
+    impl_->clear();
+}
+
+} // namespace tavi::ioapi::v2

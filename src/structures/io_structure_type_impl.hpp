@@ -1,0 +1,30 @@
+#pragma once
+
+#include <tavi/ioapi/v2/io_structure_type.hpp>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace tavi::ioapi::v2 {
+
+/// What a structure type holds: the name and the members, ordered by name. The transparent
+/// comparator lets a lookup do without a string of its own.
+class io_structure_type::impl {
+public:
+    impl() = default;
+    explicit impl(std::string name);
+
+    TAVI_IOAPI_API std::string const& name() const;
+    TAVI_IOAPI_API void set_member(std::string_view name, io_data_type const& type);
+    TAVI_IOAPI_API bool has_member(std::string_view name) const;
+    TAVI_IOAPI_API io_data_type get_member(std::string_view name) const;
+    TAVI_IOAPI_API void clear();
+
+private:
+    std::string name_;
+    std::map<std::string, io_data_type, std::less<>> members_;
+};
+
+} // namespace tavi::ioapi::v2

@@ -1,0 +1,57 @@
+#include <tavi/ioapi/v2/io_data_value.hpp>
+
+#include <utility>
+
+namespace tavi::ioapi::v2 {
+
+io_data_value::io_data_value(io_value v, value_quality q)
+    : io_data_value(std::move(v), io_timestamp(), q) {}
+
+io_data_value::io_data_value(io_value v, io_timestamp t, value_quality q)
+    : value_(std::move(v)), timestamp_(t), quality_(q) {}
+
+io_value const& io_data_value::value() const& {
+    return value_;
+}
+
+io_value&& io_data_value::value() && {
+    return std::move(value_);
+}
+
+io_timestamp io_data_value::timestamp() const {
+    return timestamp_;
+}
+
+io_data_value::value_quality io_data_value::quality() const {
+    return quality_;
+}
+
+bool io_data_value::bad() const {
+    return static_cast<int>(quality_) < 0;
+}
+
+bool io_data_value::good() const {
+    return static_cast<int>(quality_) > 0;
+}
+
+bool io_data_value::empty() const {
+    return value_.data_type() == io_data_type{};
+}
+
+void io_data_value::timestamp(io_timestamp t) {
+    timestamp_ = t;
+}
+
+void io_data_value::value(io_value v, io_timestamp t, value_quality q) {
+    value_ = std::move(v);
+    timestamp_ = t;
+    quality_ = q;
+}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the copy below is wanted
+void io_data_value::value(io_value v, value_quality q) {
+    io_value temporary(v); // Intended: the payload is copied, not moved.
+    value(std::move(temporary), io_timestamp::now(), q);
+}
+
+} // namespace tavi::ioapi::v2
