@@ -1,0 +1,90 @@
+#include <tavi/ioapi/v2/read_result.hpp>
+
+#include "entries.hpp"
+
+#include <utility>
+
+namespace tavi::ioapi::v2 {
+
+void read_result::result_type::set(io_data_value value) {
+    value_ = std::move(value);
+    error_.reset();
+}
+
+void read_result::result_type::set(io_error error) {
+    value_.value(io_value(), io_timestamp(), io_data_value::value_quality::uncertain);
+    error_ = std::move(error);
+}
+
+read_result::read_result(utility::data_view<plc_identifier const> identifiers)
+    : entries_(detail::entries_for<result_type>(identifiers)) {}
+
+void read_result::assign(utility::data_view<plc_identifier const> identifiers) {
+    detail::assign_entries(entries_, identifiers);
+}
+
+void read_result::resize(unsigned int size) {
+    detail::resize_entries(entries_, size);
+}
+
+unsigned int read_result::size() const {
+    return entries_.size();
+}
+
+read_result::result_type& read_result::operator[](unsigned int index) {
+    return entries_[index];
+}
+
+read_result::result_type const& read_result::operator[](unsigned int index) const {
+    return entries_[index];
+}
+
+read_result::result_type* read_result::begin() {
+    return entries_.begin();
+}
+
+read_result::result_type* read_result::end() {
+    return entries_.end();
+}
+
+read_result::result_type const* read_result::begin() const {
+    return entries_.begin();
+}
+
+read_result::result_type const* read_result::end() const {
+    return entries_.end();
+}
+
+read_result::result_type const* read_result::cbegin() const {
+    return begin();
+}
+
+read_result::result_type const* read_result::cend() const {
+    return end();
+}
+
+read_result::result_type* read_result::find(plc_identifier const& identifier) {
+    return detail::find_entry(begin(), end(), identifier);
+}
+
+read_result::result_type const* read_result::find(plc_identifier const& identifier) const {
+    return detail::find_entry(begin(), end(), identifier);
+}
+
+void read_result::set(unsigned int index, io_data_value value) {
+    entries_[index].set(std::move(value));
+}
+
+void read_result::set(unsigned int index, io_error error) {
+    entries_[index].set(std::move(error));
+}
+
+void read_result::set(plc_identifier const& identifier, io_data_value value) {
+    if (result_type* const entry = find(identifier)) entry->set(std::move(value));
+}
+
+void read_result::set(plc_identifier const& identifier, io_error error) {
+    if (result_type* const entry = find(identifier)) entry->set(std::move(error));
+}
+
+} // namespace tavi::ioapi::v2
