@@ -35,6 +35,8 @@ void io_structure_type::impl::clear() {
 
 io_structure_type::io_structure_type() : impl_(std::in_place) {}
 
+// Names come by value since other modules were built for that.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 io_structure_type::io_structure_type(utility::string name) : impl_(std::in_place, name.str()) {}
 
 io_structure_type::io_structure_type(std::initializer_list<member const> members)
@@ -45,6 +47,7 @@ io_structure_type::io_structure_type(utility::string name,
     : impl_(std::in_place, name.str()) {
     for (member const& each : members) impl_->set_member(each.first, each.second);
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 TAVI_IOAPI_DEFINE_HANDLE(io_structure_type);
 

@@ -48,9 +48,9 @@ void io_data_value::value(io_value v, io_timestamp t, value_quality q) {
     quality_ = q;
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the copy below is wanted
 void io_data_value::value(io_value v, value_quality q) {
-    io_value temporary(v); // Intended: the payload is copied, not moved.
+    // Intended: the payload is copied, not moved.
+    io_value temporary(v); // NOLINT(performance-unnecessary-value-param)
     value(std::move(temporary), io_timestamp::now(), q);
 }
 

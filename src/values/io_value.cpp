@@ -47,16 +47,21 @@ io_value::io_value(io_value&& other) : type_(other.type_), index_(-1) {
 }
 
 io_value& io_value::operator=(io_value const& other) {
-    return assign(other);
+    assign(other);
+    return *this;
 }
 
 io_value& io_value::operator=(io_value&& other) {
-    return assign(std::move(other));
+    assign(std::move(other));
+    return *this;
 }
 
 io_value& io_value::assign(io_value const& other) {
     if (this == &other) return *this;
-    if (holds_address(&other)) return assign(io_value(other)); // it would go with the old payload
+    if (holds_address(&other)) {
+        io_value copy(other); // it would go with the old payload
+        return assign(std::move(copy));
+    }
     drop_payload();
     copy_payload(other);
     type_ = other.type_;

@@ -132,7 +132,7 @@ private:
 [[nodiscard]] inline std::string describe(io_error const& error) {
     // Not std::to_string: its table of digits is bound so that a module could never be unloaded.
     char code[16];
-    std::snprintf(code, sizeof(code), ":%d", error.code());
+    (void)std::snprintf(code, sizeof(code), ":%d", error.code());
     std::string line = error.category().name();
     line += code;
     utility::string const message = error.message();

@@ -10,7 +10,7 @@ namespace tavi::ioapi::v2::detail {
 /// included: such a value is what a copy assignment leaves behind when memory is exhausted.
 /// \throws char const*  that points to an empty text
 [[noreturn]] inline void raise_corrupt_index() {
-    throw static_cast<char const*>("");
+    throw static_cast<char const*>(""); // NOLINT(misc-throw-by-value-catch-by-reference)
 }
 
 template <int Index>

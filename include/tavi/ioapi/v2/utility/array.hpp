@@ -96,7 +96,10 @@ public:
     /// between leaves the rest of the elements as they were. `other` may be held by an element.
     array& operator=(array const& other) { // NOLINT(bugprone-unhandled-self-assignment): safe
         if constexpr (detail::can_hold_its_own_array<T>::value) {
-            if (holds_address(&other)) return *this = array(other);
+            if (holds_address(&other)) {
+                *this = array(other);
+                return *this;
+            }
         }
         if (size_ != other.size_) {
             release();
@@ -109,11 +112,10 @@ public:
     /// Takes the block and leaves no elements; assigning an array to itself changes nothing.
     array& operator=(array&& other) noexcept(std::is_nothrow_destructible_v<T>) {
         if (this != &other) {
-            T* const data = std::exchange(other.data_, nullptr); // first: an element of this one
-            unsigned int const size = std::exchange(other.size_, 0); // may hold the other
+            array taken(std::move(other)); // first: an element of this one may hold the other
             release();
-            data_ = data;
-            size_ = size;
+            data_ = std::exchange(taken.data_, nullptr);
+            size_ = std::exchange(taken.size_, 0);
         }
         return *this;
     }
