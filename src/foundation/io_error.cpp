@@ -2,7 +2,7 @@
 
 namespace tavi::ioapi::v2 {
 
-io_error make_io_error(io_errc code) {
+io_error make_io_error(io_errc code) noexcept {
     return io_error(code);
 }
 

@@ -1,5 +1,7 @@
 #include <tavi/ioapi/v2/detail/iokern_allocator.hpp>
 
+#include <cstddef>
+#include <limits>
 #include <new>
 
 namespace tavi::ioapi::v2::detail {
@@ -9,6 +11,8 @@ void* iokern_allocator_base::allocate(unsigned int size) noexcept {
 }
 
 void* iokern_allocator_base::allocate(unsigned int size, unsigned int align) noexcept {
+    // The standard library rounds the size up to the alignment, beyond what a 32-bit size can hold.
+    if (size > std::numeric_limits<std::size_t>::max() - (align - 1)) return nullptr;
     return ::operator new(size, std::align_val_t(align), std::nothrow);
 }
 

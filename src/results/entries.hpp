@@ -42,7 +42,7 @@ void resize_entries(utility::array<Entry>& entries, unsigned int size) {
 
 /// \return the first entry for `identifier`, or null. For const and non-const entries.
 template <class Entry>
-Entry* find_entry(Entry* first, Entry* last, plc_identifier const& identifier) {
+Entry* find_entry(Entry* first, Entry* last, plc_identifier const& identifier) noexcept {
     Entry* const found = std::find_if(
         first, last, [&](auto const& entry) { return entry.identifier() == identifier; });
     return found != last ? found : nullptr;

@@ -27,47 +27,47 @@ void read_result::resize(unsigned int size) {
     detail::resize_entries(entries_, size);
 }
 
-unsigned int read_result::size() const {
+unsigned int read_result::size() const noexcept {
     return entries_.size();
 }
 
-read_result::result_type& read_result::operator[](unsigned int index) {
+read_result::result_type& read_result::operator[](unsigned int index) noexcept {
     return entries_[index];
 }
 
-read_result::result_type const& read_result::operator[](unsigned int index) const {
+read_result::result_type const& read_result::operator[](unsigned int index) const noexcept {
     return entries_[index];
 }
 
-read_result::result_type* read_result::begin() {
+read_result::result_type* read_result::begin() noexcept {
     return entries_.begin();
 }
 
-read_result::result_type* read_result::end() {
+read_result::result_type* read_result::end() noexcept {
     return entries_.end();
 }
 
-read_result::result_type const* read_result::begin() const {
+read_result::result_type const* read_result::begin() const noexcept {
     return entries_.begin();
 }
 
-read_result::result_type const* read_result::end() const {
+read_result::result_type const* read_result::end() const noexcept {
     return entries_.end();
 }
 
-read_result::result_type const* read_result::cbegin() const {
+read_result::result_type const* read_result::cbegin() const noexcept {
     return begin();
 }
 
-read_result::result_type const* read_result::cend() const {
+read_result::result_type const* read_result::cend() const noexcept {
     return end();
 }
 
-read_result::result_type* read_result::find(plc_identifier const& identifier) {
+read_result::result_type* read_result::find(plc_identifier const& identifier) noexcept {
     return detail::find_entry(begin(), end(), identifier);
 }
 
-read_result::result_type const* read_result::find(plc_identifier const& identifier) const {
+read_result::result_type const* read_result::find(plc_identifier const& identifier) const noexcept {
     return detail::find_entry(begin(), end(), identifier);
 }
 

@@ -21,47 +21,48 @@ void write_result::resize(unsigned int size) {
     detail::resize_entries(entries_, size);
 }
 
-unsigned int write_result::size() const {
+unsigned int write_result::size() const noexcept {
     return entries_.size();
 }
 
-write_result::result_type& write_result::operator[](unsigned int index) {
+write_result::result_type& write_result::operator[](unsigned int index) noexcept {
     return entries_[index];
 }
 
-write_result::result_type const& write_result::operator[](unsigned int index) const {
+write_result::result_type const& write_result::operator[](unsigned int index) const noexcept {
     return entries_[index];
 }
 
-write_result::result_type* write_result::begin() {
+write_result::result_type* write_result::begin() noexcept {
     return entries_.begin();
 }
 
-write_result::result_type* write_result::end() {
+write_result::result_type* write_result::end() noexcept {
     return entries_.end();
 }
 
-write_result::result_type const* write_result::begin() const {
+write_result::result_type const* write_result::begin() const noexcept {
     return entries_.begin();
 }
 
-write_result::result_type const* write_result::end() const {
+write_result::result_type const* write_result::end() const noexcept {
     return entries_.end();
 }
 
-write_result::result_type const* write_result::cbegin() const {
+write_result::result_type const* write_result::cbegin() const noexcept {
     return begin();
 }
 
-write_result::result_type const* write_result::cend() const {
+write_result::result_type const* write_result::cend() const noexcept {
     return end();
 }
 
-write_result::result_type* write_result::find(plc_identifier const& identifier) {
+write_result::result_type* write_result::find(plc_identifier const& identifier) noexcept {
     return detail::find_entry(begin(), end(), identifier);
 }
 
-write_result::result_type const* write_result::find(plc_identifier const& identifier) const {
+write_result::result_type const* write_result::find(
+    plc_identifier const& identifier) const noexcept {
     return detail::find_entry(begin(), end(), identifier);
 }
 

@@ -8,7 +8,7 @@ namespace tavi::ioapi::v2 {
 io_object_impl::io_object_impl(io_data_type type, io_structure_type structure)
     : type_(type), structure_(std::move(structure)) {}
 
-io_data_type io_object_impl::type() const {
+io_data_type io_object_impl::type() const noexcept {
     return type_;
 }
 
@@ -22,7 +22,7 @@ io_object::io_object(io_data_type type, io_structure_type structure)
 
 TAVI_IOAPI_DEFINE_HANDLE(io_object);
 
-io_data_type io_object::type() const {
+io_data_type io_object::type() const noexcept {
     return impl_->type();
 }
 

@@ -18,7 +18,7 @@ class io_object_impl {
 public:
     io_object_impl(io_data_type type, io_structure_type structure);
 
-    TAVI_IOAPI_API io_data_type type() const;
+    TAVI_IOAPI_API io_data_type type() const noexcept;
 
 private:
     io_data_type type_;

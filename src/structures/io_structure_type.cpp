@@ -7,7 +7,7 @@ namespace tavi::ioapi::v2 {
 
 io_structure_type::impl::impl(std::string name) : name_(std::move(name)) {}
 
-std::string const& io_structure_type::impl::name() const {
+std::string_view io_structure_type::impl::name() const {
     return name_;
 }
 
@@ -20,16 +20,16 @@ void io_structure_type::impl::set_member(std::string_view name, io_data_type con
     }
 }
 
-bool io_structure_type::impl::has_member(std::string_view name) const {
+bool io_structure_type::impl::has_member(std::string_view name) const noexcept {
     return members_.find(name) != members_.end();
 }
 
-io_data_type io_structure_type::impl::get_member(std::string_view name) const {
+io_data_type io_structure_type::impl::get_member(std::string_view name) const noexcept {
     auto const place = members_.find(name);
     return place != members_.end() ? place->second : io_data_type{};
 }
 
-void io_structure_type::impl::clear() {
+void io_structure_type::impl::clear() noexcept {
     members_.clear();
 }
 
@@ -59,15 +59,15 @@ void io_structure_type::set_member(utility::string_view name, io_data_type const
     impl_->set_member(name, type);
 }
 
-bool io_structure_type::has_member(utility::string_view name) const {
+bool io_structure_type::has_member(utility::string_view name) const noexcept {
     return impl_->has_member(name);
 }
 
-io_data_type io_structure_type::get_member(utility::string_view name) const {
+io_data_type io_structure_type::get_member(utility::string_view name) const noexcept {
     return impl_->get_member(name);
 }
 
-void io_structure_type::clear() {
+void io_structure_type::clear() noexcept {
     impl_->clear();
 }
 

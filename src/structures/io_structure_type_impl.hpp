@@ -16,11 +16,11 @@ public:
     impl() = default;
     explicit impl(std::string name);
 
-    TAVI_IOAPI_API std::string const& name() const;
+    TAVI_IOAPI_API std::string_view name() const;
     TAVI_IOAPI_API void set_member(std::string_view name, io_data_type const& type);
-    TAVI_IOAPI_API bool has_member(std::string_view name) const;
-    TAVI_IOAPI_API io_data_type get_member(std::string_view name) const;
-    TAVI_IOAPI_API void clear();
+    TAVI_IOAPI_API bool has_member(std::string_view name) const noexcept;
+    TAVI_IOAPI_API io_data_type get_member(std::string_view name) const noexcept;
+    TAVI_IOAPI_API void clear() noexcept;
 
 private:
     std::string name_;

@@ -56,7 +56,9 @@ struct rule<To, From> {
     static constexpr bool fits(From source) noexcept {
         return std::in_range<number_t<To>>(static_cast<number_t<From>>(source));
     }
-    static constexpr To make(From source) noexcept { return static_cast<To>(source); }
+    static constexpr To make(From source) noexcept {
+        return static_cast<To>(static_cast<number_t<From>>(source));
+    }
 };
 
 /// Integers convert to floating point where the target is trusted to hold them.

@@ -10,35 +10,35 @@ io_data_value::io_data_value(io_value v, value_quality q)
 io_data_value::io_data_value(io_value v, io_timestamp t, value_quality q)
     : value_(std::move(v)), timestamp_(t), quality_(q) {}
 
-io_value const& io_data_value::value() const& {
+io_value const& io_data_value::value() const& noexcept {
     return value_;
 }
 
-io_value&& io_data_value::value() && {
+io_value&& io_data_value::value() && noexcept {
     return std::move(value_);
 }
 
-io_timestamp io_data_value::timestamp() const {
+io_timestamp io_data_value::timestamp() const noexcept {
     return timestamp_;
 }
 
-io_data_value::value_quality io_data_value::quality() const {
+io_data_value::value_quality io_data_value::quality() const noexcept {
     return quality_;
 }
 
-bool io_data_value::bad() const {
+bool io_data_value::bad() const noexcept {
     return static_cast<int>(quality_) < 0;
 }
 
-bool io_data_value::good() const {
+bool io_data_value::good() const noexcept {
     return static_cast<int>(quality_) > 0;
 }
 
-bool io_data_value::empty() const {
+bool io_data_value::empty() const noexcept {
     return value_.data_type() == io_data_type{};
 }
 
-void io_data_value::timestamp(io_timestamp t) {
+void io_data_value::timestamp(io_timestamp t) noexcept {
     timestamp_ = t;
 }
 

@@ -81,11 +81,11 @@ io_value& io_value::assign(io_value&& other) {
     return *this;
 }
 
-unsigned int io_value::p_basic_type(io_data_type const& type) {
+unsigned int io_value::p_basic_type(io_data_type const& type) noexcept {
     return type.type_code();
 }
 
-unsigned int io_value::p_basic_type() const {
+unsigned int io_value::p_basic_type() const noexcept {
     return type_.type_code();
 }
 

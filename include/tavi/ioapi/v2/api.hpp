@@ -23,8 +23,9 @@ extern "C" TAVI_IOAPI_API char __tavi_ioapi_library_revision_0_5[2];
 namespace tavi::ioapi::v2::detail {
 
 /// Keeps the reference to the revision object in every module that includes a public header.
-/// Hidden, so that the copy of a module is its own and the module can be unloaded.
-[[gnu::used, gnu::visibility("hidden")]] inline char const* const required_revision =
+/// Hidden, so that the copy of a module is its own and the module can be unloaded; retained where
+/// unused sections are dropped.
+[[gnu::used, gnu::retain, gnu::visibility("hidden")]] inline char const* const required_revision =
     __tavi_ioapi_library_revision_0_5;
 
 } // namespace tavi::ioapi::v2::detail

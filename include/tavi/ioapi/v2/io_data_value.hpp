@@ -20,23 +20,27 @@ public:
 
     /// A value without a timestamp; the setter of the same arguments stamps the present time.
     TAVI_IOAPI_API io_data_value(io_value v, value_quality q);
+    /// A value with the time it was taken; moved in.
     TAVI_IOAPI_API io_data_value(io_value v, io_timestamp t, value_quality q);
 
-    [[nodiscard]] TAVI_IOAPI_API io_value const& value() const& TAVI_IOAPI_LIFETIMEBOUND;
+    /// The value; valid while this object lives.
+    [[nodiscard]] TAVI_IOAPI_API io_value const& value() const& noexcept TAVI_IOAPI_LIFETIMEBOUND;
     /// For moving the value out: `std::move(d).value()`.
-    [[nodiscard]] TAVI_IOAPI_API io_value&& value() && TAVI_IOAPI_LIFETIMEBOUND;
-    [[nodiscard]] TAVI_IOAPI_API io_timestamp timestamp() const;
-    [[nodiscard]] TAVI_IOAPI_API value_quality quality() const;
+    [[nodiscard]] TAVI_IOAPI_API io_value&& value() && noexcept TAVI_IOAPI_LIFETIMEBOUND;
+    /// When the value was taken; 0 where nobody said.
+    [[nodiscard]] TAVI_IOAPI_API io_timestamp timestamp() const noexcept;
+    /// How far the value can be trusted.
+    [[nodiscard]] TAVI_IOAPI_API value_quality quality() const noexcept;
 
     /// Whether the quality is below 0.
-    [[nodiscard]] TAVI_IOAPI_API bool bad() const;
+    [[nodiscard]] TAVI_IOAPI_API bool bad() const noexcept;
     /// Whether the quality is above 0. A quality of 0 is neither good nor bad.
-    [[nodiscard]] TAVI_IOAPI_API bool good() const;
+    [[nodiscard]] TAVI_IOAPI_API bool good() const noexcept;
     /// Whether every field of the value's data type is 0, whatever payload it has.
-    [[nodiscard]] TAVI_IOAPI_API bool empty() const;
+    [[nodiscard]] TAVI_IOAPI_API bool empty() const noexcept;
 
     /// Set the timestamp and nothing else.
-    TAVI_IOAPI_API void timestamp(io_timestamp t);
+    TAVI_IOAPI_API void timestamp(io_timestamp t) noexcept;
     /// Set all three; the value is moved in.
     TAVI_IOAPI_API void value(io_value v, io_timestamp t, value_quality q);
     /// Set value and quality and stamp them with the present time. \throws std::bad_alloc, since

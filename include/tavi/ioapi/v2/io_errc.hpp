@@ -6,7 +6,7 @@ namespace tavi::ioapi::v2 {
 
 /// The generic error codes. Other numbers are legal by cast and have an empty message.
 enum class io_errc : int {
-    success = 0,
+    success = 0,                 ///< no error
     not_found = 1,               ///< no such member, structure or entry
     invalid_property = 2,        ///< a key that the structure type does not declare
     incompatible_type = 3,       ///< a text that does not parse; an object or array for a scalar

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -47,6 +48,7 @@ public:
           category_(other.category_),
           diagnostics_(std::exchange(other.diagnostics_, nullptr)) {}
 
+    /// Drops the reference to the diagnostics.
     ~io_error() { drop(); }
 
     /// Drops the diagnostics held, then shares those of the source. Never assign a record to
@@ -76,11 +78,14 @@ public:
 
     /// The number within the category; 0 is success.
     [[nodiscard]] int code() const noexcept { return code_; }
+    /// What gives the code its meaning.
     [[nodiscard]] io_error_category const& category() const noexcept { return *category_; }
     /// What the code means, in the words of the category. \throws std::bad_alloc
     [[nodiscard]] utility::string message() const { return category_->message(code_); }
 
+    /// Whether the code is 0.
     [[nodiscard]] bool ok() const noexcept { return code_ == 0; }
+    /// Whether the code is not 0.
     [[nodiscard]] bool failed() const noexcept { return code_ != 0; }
     /// True on failure, as for `std::error_code`.
     [[nodiscard]] explicit operator bool() const noexcept { return failed(); }
@@ -105,6 +110,14 @@ public:
         diagnostics_ = nullptr;
     }
 
+    /// Equal by code and category; diagnostics do not count.
+    [[nodiscard]] friend bool operator==(io_error const& left, io_error const& right) noexcept {
+        return left.code_ == right.code_ && left.category_ == right.category_;
+    }
+    [[nodiscard]] friend bool operator!=(io_error const& left, io_error const& right) noexcept {
+        return !(left == right);
+    }
+
 private:
     friend struct detail::layout_of<io_error>;
 
@@ -118,15 +131,7 @@ private:
 };
 
 /// \return a record of the generic category, without diagnostics.
-[[nodiscard]] TAVI_IOAPI_API io_error make_io_error(io_errc code);
-
-/// Equal by code and category; diagnostics do not count.
-[[nodiscard]] inline bool operator==(io_error const& left, io_error const& right) noexcept {
-    return left.code() == right.code() && &left.category() == &right.category();
-}
-[[nodiscard]] inline bool operator!=(io_error const& left, io_error const& right) noexcept {
-    return !(left == right);
-}
+[[nodiscard]] TAVI_IOAPI_API io_error make_io_error(io_errc code) noexcept;
 
 /// \return the record as one line: `generic:3 incompatible type`. \throws std::bad_alloc
 [[nodiscard]] inline std::string describe(io_error const& error) {
@@ -147,7 +152,8 @@ private:
 template <class Traits>
 std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,
                                              io_error const& error) {
-    return out << describe(error).c_str();
+    std::string const line = describe(error);
+    return out << std::basic_string_view<char, Traits>(line.data(), line.size());
 }
 
 } // namespace tavi::ioapi::v2

@@ -12,7 +12,7 @@ namespace tavi::ioapi::v2 {
 class TAVI_IOAPI_API io_exception : public std::runtime_error {
 public:
     /// Takes the diagnostics of `error`, whose count does not change. \throws std::bad_alloc
-    io_exception(io_error error);
+    explicit io_exception(io_error error);
 
     io_exception(io_exception const&) = default;
     io_exception& operator=(io_exception const&) = default;

@@ -26,6 +26,8 @@ public:
     /// An object of a type as given, unchecked.
     io_object(io_data_type type, io_structure_type structure);
 
+    /// Copies are deep. Assignment is in place: when memory is exhausted the target may hold a part
+    /// of each.
     io_object(io_object const&);
     io_object(io_object&&) noexcept;
     io_object& operator=(io_object const&);
@@ -33,7 +35,7 @@ public:
     ~io_object();
 
     /// The object's own type, whose `structure_id` says which keys it takes.
-    [[nodiscard]] io_data_type type() const;
+    [[nodiscard]] io_data_type type() const noexcept;
 
 private:
     detail::deep_ptr<io_object_impl> impl_;

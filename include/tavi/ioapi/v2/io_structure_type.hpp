@@ -25,12 +25,14 @@ public:
     /// No name, no members. \throws std::bad_alloc, as all constructors and copies
     io_structure_type();
     /// A name, no members.
-    io_structure_type(utility::string name);
+    explicit io_structure_type(utility::string name);
     /// No name; `set_member` for each pair, in order.
     io_structure_type(std::initializer_list<member const> members);
     /// A name; `set_member` for each pair, in order.
     io_structure_type(utility::string name, std::initializer_list<member const> members);
 
+    /// Copies are deep. Assignment is in place: when memory is exhausted the target may hold a part
+    /// of each.
     io_structure_type(io_structure_type const&);
     io_structure_type(io_structure_type&&) noexcept;
     io_structure_type& operator=(io_structure_type const&);
@@ -40,19 +42,19 @@ public:
     /// The name as given; it is never interpreted. Valid until the type is changed or destroyed.
     [[nodiscard]] utility::string_view name() const TAVI_IOAPI_LIFETIMEBOUND;
 
-    /// Add a member, or replace the type of the member of that name. No name and no type is
-    /// refused. Logarithmic in the members. \throws std::bad_alloc
+    /// Add a member, or replace the type of the member of that name. Every name, the empty one too,
+    /// and every type is accepted. Logarithmic in the members. \throws std::bad_alloc
     void set_member(utility::string_view name, io_data_type const& type);
 
     /// Whether there is a member of exactly this name. Logarithmic, no allocation.
-    [[nodiscard]] bool has_member(utility::string_view name) const;
+    [[nodiscard]] bool has_member(utility::string_view name) const noexcept;
 
     /// The type of a member; for an unknown name the type whose fields are all 0, which a member
     /// may also have been given: `has_member` tells them apart. Logarithmic, no allocation.
-    [[nodiscard]] io_data_type get_member(utility::string_view name) const;
+    [[nodiscard]] io_data_type get_member(utility::string_view name) const noexcept;
 
     /// Remove all members; the name stays.
-    void clear();
+    void clear() noexcept;
 
 private:
     detail::deep_ptr<impl> impl_;

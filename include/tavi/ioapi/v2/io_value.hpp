@@ -39,9 +39,12 @@ namespace tavi::ioapi::v2 {
 /// value is the empty value. Concurrent reads of one value are safe.
 ///
 /// When memory is exhausted during a copy assignment, the target is left without a payload,
-/// `index()` -1, and every further use of it raises a `char const*`, its destruction included.
-/// Where a value must outlive that, make a copy first and move it in.
+/// `index()` -1. To copy, move, assign, visit, compare, print or destroy it then raises a
+/// `char const*`; a conversion gives `unhandled_exception`. Where a value must outlive that, make
+/// a copy first and move it in.
 class io_value {
+    template <class T>
+    using if_alternative = std::enable_if_t<detail::is_alternative<T>, bool>;
     template <class T>
     using if_payload =
         std::enable_if_t<detail::is_alternative<T> && !std::is_same_v<T, std::nullptr_t>, bool>;
@@ -63,6 +66,7 @@ public:
     /// A value of exactly the type of the argument: `bool`, `char` (a number), an integer, `float`,
     /// `double`, `utility::string`, `io_object`, or a `utility::array` of one of these or of
     /// values. An array of values is `{empty, 0, 2, 0}`: the constructor with a type says more.
+    /// The macro NULL is an integer here.
     template <class T, if_payload<T> = true>
     io_value(T payload) : type_(detail::declared_type<T>()) {
         if constexpr (std::is_same_v<T, io_object>)
@@ -74,14 +78,15 @@ public:
     TAVI_IOAPI_API io_value(char const* s, unsigned int n);
     /// A text terminated by a zero byte. \param s  not null \throws std::bad_alloc
     TAVI_IOAPI_API io_value(char const* s);
+    /// Texts of other types, copied. \throws std::bad_alloc, also for a text too long for 32 bits
     io_value(char* s) : io_value(static_cast<char const*>(s)) {}
     io_value(utility::string_view text) : io_value(text.data(), text.size()) {}
     io_value(std::string_view text) : io_value(utility::string(text)) {}
     io_value(std::string const& text) : io_value(std::string_view(text)) {}
 
     /// A payload under a type that is stored as it is given, unchecked: the element type of an
-    /// array of values, or what a backend means by it.
-    template <class T, if_payload<T> = true>
+    /// array of values, or what a backend means by it. `nullptr` stores nothing under the type.
+    template <class T, if_alternative<T> = true>
     explicit io_value(io_data_type const& type, T payload) : type_(type) {
         emplace(std::move(payload));
     }
@@ -109,12 +114,13 @@ public:
         if (owns_payload()) destroy_payload();
     }
 
+    /// The same as `assign`.
     TAVI_IOAPI_API io_value& operator=(io_value const& other);
     TAVI_IOAPI_API io_value& operator=(io_value&& other);
 
     /// Copy `other`, which may be held by an array in this value, or this value itself, which
     /// changes nothing. The old payload goes first. \throws std::bad_alloc, and then this value is
-    /// left without a payload
+    /// left without a payload, or unchanged where it holds `other`
     TAVI_IOAPI_API io_value& assign(io_value const& other);
     /// Take the payload of `other`, which may be held by an array in this value, and leave the
     /// empty value behind; assigning a value to itself changes nothing. Allocates nothing.
@@ -124,6 +130,7 @@ public:
     /// \name What it is
     /// \{
 
+    /// What the value is for the controller.
     [[nodiscard]] io_data_type const& data_type() const noexcept TAVI_IOAPI_LIFETIMEBOUND {
         return type_;
     }
@@ -139,14 +146,17 @@ public:
                index_ < detail::alternatives::size;
     }
 
-    [[nodiscard]] TAVI_IOAPI_API static unsigned int p_basic_type(io_data_type const& type);
-    [[nodiscard]] TAVI_IOAPI_API unsigned int p_basic_type() const;
+    /// The exported forms of `type_code`.
+    [[nodiscard]] TAVI_IOAPI_API static unsigned int p_basic_type(
+        io_data_type const& type) noexcept;
+    [[nodiscard]] TAVI_IOAPI_API unsigned int p_basic_type() const noexcept;
 
     /// \}
     /// \name The payload as it is stored
     /// \{
 
-    /// The payload where it is exactly a `T`, else null. Valid until the value changes.
+    /// The payload where it is exactly a `T`, else null. Valid until the value changes. A `bool` is
+    /// given as it is stored: read one that a foreign module has made by `as` or `visit`.
     template <class T>
     [[nodiscard]] T const* get_if() const noexcept TAVI_IOAPI_LIFETIMEBOUND {
         static_assert(detail::is_alternative<T>, "a value never holds a T; use as<T>()");
@@ -154,12 +164,16 @@ public:
     }
 
     /// Call `function` with the payload, `nullptr` for the empty value, and give back its result,
-    /// which must have one type for all alternatives.
+    /// which has one type for all alternatives. A truth value is given as a `bool`, whatever byte
+    /// another module has stored; the elements of an `array<bool>` are given as they stand.
     /// \throws char const*  for a value without a legal alternative
     template <class Function>
-    auto visit(Function&& function) const -> decltype(function(std::declval<std::nullptr_t>())) {
-        return detail::visit_index(index_, [&](auto index) {
+    auto visit(Function&& function) const -> decltype(function(nullptr)) {
+        using result = decltype(function(nullptr));
+        return detail::visit_index(index_, [&](auto index) -> result {
             using T = detail::alternative_at<decltype(index)::value>;
+            static_assert(std::is_same_v<decltype(function(payload<T>())), result>,
+                          "the function must give one type for all alternatives");
             return function(payload<T>());
         });
     }
@@ -171,6 +185,7 @@ public:
 
     /// \param[out] error  cleared first, see `detail::get_as`
     /// \return the converted value, or the default of `T` when `error` is set
+    /// \throws std::bad_alloc  for a standard text or vector
     template <class T>
     [[nodiscard]] T as(io_error& error) const {
         if constexpr (std::is_same_v<T, std::string>) {
@@ -291,11 +306,11 @@ private:
 
     template <class T>
     bool equals_stored_real(T number) const noexcept {
-        auto const widened = static_cast<long double>(number);
-        if (auto const* const real = get_if<float>())
-            return widened == static_cast<long double>(*real);
-        if (auto const* const real = get_if<double>())
-            return widened == static_cast<long double>(*real);
+        // A char is a number from 0 to 255 on every platform.
+        using wide = std::conditional_t<std::is_same_v<T, char>, unsigned char, T>;
+        auto const widened = static_cast<long double>(static_cast<wide>(number));
+        if (auto const* const real = get_if<float>()) return widened == *real;
+        if (auto const* const real = get_if<double>()) return widened == *real;
         return true;
     }
 

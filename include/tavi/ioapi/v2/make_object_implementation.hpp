@@ -17,7 +17,9 @@ class make_object_implementation : public Interface {
 public:
     ~make_object_implementation() override;
 
+    /// \return the new count
     unsigned int add_ref() override;
+    /// The last reference destroys the object. \return the new count
     unsigned int release() override;
 
 protected:

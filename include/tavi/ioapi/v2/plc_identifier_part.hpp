@@ -71,6 +71,7 @@ public:
         }
         return *this;
     }
+    /// Leaves a part without a payload; assigning a part to itself changes nothing.
     plc_identifier_part& operator=(plc_identifier_part&& other) noexcept {
         if (this != &other) {
             drop();
@@ -79,7 +80,9 @@ public:
         return *this;
     }
 
+    /// Which payload is live.
     [[nodiscard]] plc_identifier_kind kind() const noexcept { return kind_; }
+    /// Whether there is no payload.
     [[nodiscard]] bool is_none() const noexcept { return kind_ == plc_identifier_kind::none; }
     /// The number, 0 where this is none.
     [[nodiscard]] unsigned long long number() const noexcept {
@@ -89,6 +92,23 @@ public:
     [[nodiscard]] utility::string_view text() const noexcept TAVI_IOAPI_LIFETIMEBOUND {
         if (kind_ != plc_identifier_kind::text) return {};
         return {text_.data(), text_.size()};
+    }
+
+    // Friends, found for parts alone: with constructors from every text and number, they would
+    // otherwise compare a text with a number wherever this namespace is in use.
+
+    /// Equal when the kinds are, and the numbers or the bytes of the texts. Refused by kind, then
+    /// by size, before any byte is read.
+    [[nodiscard]] friend bool operator==(plc_identifier_part const& left,
+                                         plc_identifier_part const& right) noexcept {
+        if (left.kind_ != right.kind_) return false;
+        if (left.kind_ == plc_identifier_kind::number) return left.number_ == right.number_;
+        if (left.kind_ == plc_identifier_kind::text) return left.text_ == right.text_;
+        return true;
+    }
+    [[nodiscard]] friend bool operator!=(plc_identifier_part const& left,
+                                         plc_identifier_part const& right) noexcept {
+        return !(left == right);
     }
 
 private:
@@ -126,20 +146,6 @@ private:
         utility::string text_;
     };
 };
-
-/// Equal when the kinds are, and the numbers or the bytes of the texts. Refused by kind, then by
-/// size, before any byte is read.
-[[nodiscard]] inline bool operator==(plc_identifier_part const& left,
-                                     plc_identifier_part const& right) noexcept {
-    if (left.kind() != right.kind()) return false;
-    if (left.kind() == plc_identifier_kind::number) return left.number() == right.number();
-    if (left.kind() == plc_identifier_kind::text) return left.text() == right.text();
-    return true;
-}
-[[nodiscard]] inline bool operator!=(plc_identifier_part const& left,
-                                     plc_identifier_part const& right) noexcept {
-    return !(left == right);
-}
 
 /// Print a number as its digits, a text between double quotes, as it is, and nothing as `none`.
 template <class Traits>

@@ -61,7 +61,9 @@ public:
     /// in 32 bits of bytes, as all that adds entries
     TAVI_IOAPI_API explicit write_result(utility::data_view<plc_identifier const> identifiers);
 
-    /// Start anew with these identifiers. The block is kept where the size stays the same.
+    /// Start anew with these identifiers, which entries of this result may hold. The block is kept
+    /// where the size stays the same. When memory is exhausted a result of another size stays as it
+    /// was, one of the same size has its first entries reset.
     TAVI_IOAPI_API void assign(utility::data_view<plc_identifier const> identifiers);
 
     /// Drop entries at the end, or add blank ones. Nothing happens at the same size; else all
@@ -69,28 +71,32 @@ public:
     TAVI_IOAPI_API void resize(unsigned int size);
 
     /// The count of entries.
-    [[nodiscard]] TAVI_IOAPI_API unsigned int size() const;
-    [[nodiscard]] bool empty() const { return size() == 0; }
+    [[nodiscard]] TAVI_IOAPI_API unsigned int size() const noexcept;
+    /// Whether there are no entries.
+    [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
     /// The entry at `index`, which is not checked.
-    [[nodiscard]] TAVI_IOAPI_API result_type& operator[](unsigned int index)
+    [[nodiscard]] TAVI_IOAPI_API result_type& operator[](unsigned int index) noexcept
         TAVI_IOAPI_LIFETIMEBOUND;
-    [[nodiscard]] TAVI_IOAPI_API result_type const& operator[](unsigned int index) const
+    [[nodiscard]] TAVI_IOAPI_API result_type const& operator[](unsigned int index) const noexcept
         TAVI_IOAPI_LIFETIMEBOUND;
 
-    [[nodiscard]] TAVI_IOAPI_API result_type* begin() TAVI_IOAPI_LIFETIMEBOUND;
-    [[nodiscard]] TAVI_IOAPI_API result_type* end() TAVI_IOAPI_LIFETIMEBOUND;
-    [[nodiscard]] TAVI_IOAPI_API result_type const* begin() const TAVI_IOAPI_LIFETIMEBOUND;
-    [[nodiscard]] TAVI_IOAPI_API result_type const* end() const TAVI_IOAPI_LIFETIMEBOUND;
-    [[nodiscard]] TAVI_IOAPI_API result_type const* cbegin() const TAVI_IOAPI_LIFETIMEBOUND;
-    [[nodiscard]] TAVI_IOAPI_API result_type const* cend() const TAVI_IOAPI_LIFETIMEBOUND;
+    /// All entries, in order; pointers that end with the next change of size, null where there are
+    /// no entries.
+    [[nodiscard]] TAVI_IOAPI_API result_type* begin() noexcept TAVI_IOAPI_LIFETIMEBOUND;
+    [[nodiscard]] TAVI_IOAPI_API result_type* end() noexcept TAVI_IOAPI_LIFETIMEBOUND;
+    [[nodiscard]] TAVI_IOAPI_API result_type const* begin() const noexcept TAVI_IOAPI_LIFETIMEBOUND;
+    [[nodiscard]] TAVI_IOAPI_API result_type const* end() const noexcept TAVI_IOAPI_LIFETIMEBOUND;
+    [[nodiscard]] TAVI_IOAPI_API result_type const* cbegin() const noexcept
+        TAVI_IOAPI_LIFETIMEBOUND;
+    [[nodiscard]] TAVI_IOAPI_API result_type const* cend() const noexcept TAVI_IOAPI_LIFETIMEBOUND;
 
     /// The first entry for `identifier`, or null, never `end()`. Linear: for large results keep
     /// the index of each variable and use that.
-    [[nodiscard]] TAVI_IOAPI_API result_type* find(plc_identifier const& identifier)
+    [[nodiscard]] TAVI_IOAPI_API result_type* find(plc_identifier const& identifier) noexcept
         TAVI_IOAPI_LIFETIMEBOUND;
-    [[nodiscard]] TAVI_IOAPI_API result_type const* find(plc_identifier const& identifier) const
-        TAVI_IOAPI_LIFETIMEBOUND;
+    [[nodiscard]] TAVI_IOAPI_API result_type const* find(
+        plc_identifier const& identifier) const noexcept TAVI_IOAPI_LIFETIMEBOUND;
 
     /// Store in the entry at `index`, which is not checked.
     TAVI_IOAPI_API void set(unsigned int index, io_error error);

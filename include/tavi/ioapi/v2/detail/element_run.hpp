@@ -80,6 +80,13 @@ public:
         }
     }
 
+    /// Build the next element from `source`.
+    template <class Source>
+    void build_next(Source&& source) {
+        ::new (static_cast<void*>(data_ + built_)) T(std::forward<Source>(source));
+        ++built_;
+    }
+
     /// Give the block and its elements to the caller.
     [[nodiscard]] T* take() noexcept { return std::exchange(data_, nullptr); }
 

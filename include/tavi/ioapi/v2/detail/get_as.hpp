@@ -20,10 +20,13 @@ namespace detail {
 ///
 /// - The empty value gives the default of `T`, without an error, and so does an empty text where
 ///   `T` is a number.
-/// - A number must lie in the range of `T`. One in floating point becomes an integer only where it
-///   is whole and its magnitude at most 16777215 (`float`) or 9007199254740991 (`double`); it is
-///   then clamped to 32 bits, or 64 where `T` has them, and its low bits taken without a further
-///   test: 300.0 gives the `unsigned char` 44. `io_value::get_exact` refuses that.
+/// - An integer must lie in the range of an integer `T`. For a floating `T` of fewer digits its
+///   magnitude is at most 16777215 (`float`) or 9007199254740991 (`double`).
+/// - A number in floating point becomes an integer only where it is whole and, again, at most
+///   16777215 (`float`) or 9007199254740991 (`double`) in magnitude; it is then clamped to 32 bits,
+///   or 64 where `T` has them, and its low bits taken without a further test: 300.0 gives the
+///   `unsigned char` 44. `io_value::get_exact` refuses that. A `double` must lie in the range of
+///   `float` to become one, and is rounded.
 /// - A text is parsed whole: decimal digits, behind a `-` for signed types; for floating types
 ///   what `std::from_chars` takes. There is no leading `+` and no blank.
 /// - `char` is a number from 0 to 255, never a letter.

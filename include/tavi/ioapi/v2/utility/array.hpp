@@ -52,13 +52,16 @@ public:
 
     /// `count` elements: numbers are zero, all else is default-constructed.
     explicit array(unsigned int count)
-        : array(count, [](detail::element_run<T>& elements) { elements.build_default(); }) {}
+        : array(counted{}, count, [](detail::element_run<T>& elements) {
+              elements.build_default();
+          }) {}
 
     /// Copies of the elements from `first` to `last`; no elements where `last` lies before it.
     template <class Iterator, if_forward<Iterator> = true>
     array(Iterator first, Iterator last)
-        : array(count_between(first, last),
-                [&](detail::element_run<T>& elements) { elements.build_copies(first); }) {}
+        : array(counted{}, count_between(first, last), [&](detail::element_run<T>& elements) {
+              elements.build_copies(first);
+          }) {}
 
     /// Copies of the listed elements. Not for `io_value`: use `of`.
     array(std::initializer_list<listed> elements) : array(elements.begin(), elements.end()) {}
@@ -69,14 +72,17 @@ public:
     /// Copies of the elements of a view.
     explicit array(data_view<T const> elements) : array(elements.begin(), elements.end()) {}
 
-    /// \return an array of copies of the arguments, each converted to `T`.
+    /// \return an array of the arguments, each of which converts to `T` implicitly and is moved in
+    /// where it can be.
     template <class... Elements>
     [[nodiscard]] static array of(Elements&&... elements) {
+        static_assert((std::is_convertible_v<Elements, T> && ...), "an argument is no element");
         if constexpr (sizeof...(Elements) == 0) {
             return array();
         } else {
-            T const copies[] = {T(std::forward<Elements>(elements))...};
-            return array(std::begin(copies), std::end(copies));
+            return array(counted{}, sizeof...(Elements), [&](detail::element_run<T>& run) {
+                (run.build_next(std::forward<Elements>(elements)), ...);
+            });
         }
     }
 
@@ -169,8 +175,10 @@ private:
         return distance < 1 ? 0 : detail::narrow_count(static_cast<std::size_t>(distance));
     }
 
+    struct counted {};
+
     template <class Build>
-    array(unsigned int count, Build build) {
+    array(counted, unsigned int count, Build build) {
         if (count == 0) return;
         if (count > max_size()) throw std::bad_array_new_length();
         detail::element_run<T> elements(count);

@@ -34,6 +34,10 @@ public:
     /// `size` elements at `data`; null is allowed where `size` is 0.
     constexpr data_view(T* data, unsigned int size) noexcept : data_(data), size_(size) {}
 
+    /// The same elements, for reading only.
+    template <class U, std::enable_if_t<std::is_same_v<U const, T>, bool> = true>
+    constexpr data_view(data_view<U> other) noexcept : data_(other.data()), size_(other.size()) {}
+
     /// All elements of an array. \throws std::length_error beyond 4294967295 elements
     template <std::size_t N>
     constexpr data_view(T (&elements)[N]) : data_(elements), size_(detail::narrow_view_size(N)) {}

@@ -2,6 +2,7 @@
 
 #include "../api.hpp"
 
+#include <cstddef>
 #include <string_view>
 #include <type_traits>
 
@@ -17,6 +18,11 @@ namespace tavi::ioapi::v2::detail {
 template <class T>
 inline constexpr bool is_own_text =
     std::is_same_v<T, utility::string> || std::is_same_v<T, utility::string_view>;
+
+/// Whether `T` is a text; a null pointer constant would pass for one.
+template <class T>
+inline constexpr bool is_any_text =
+    std::is_convertible_v<T const&, std::string_view> && !std::is_same_v<T, std::nullptr_t>;
 
 /// Holds where one side is a text of this library and the other is any text: a literal, a
 /// `std::string`, a `std::string_view` or another of our own.
