@@ -34,7 +34,7 @@ class plc_identifier_part {
 
 public:
     /// No payload.
-    plc_identifier_part() noexcept : kind_(plc_identifier_kind::none), number_(0) {}
+    plc_identifier_part() noexcept : kind_(plc_identifier_kind::none), zero_{} {}
 
     /// A number. A negative one keeps the pattern of its two's complement in 64 bits. Truth values
     /// and characters are no numbers here.
@@ -144,6 +144,7 @@ private:
     union {
         unsigned long long number_;
         utility::string text_;
+        unsigned char zero_[(sizeof(utility::string) + 7) / 8 * 8]; // where there is no payload
     };
 };
 
