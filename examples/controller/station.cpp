@@ -1,0 +1,68 @@
+#include "station.hpp"
+
+#include "packing.hpp"
+
+namespace station {
+
+namespace {
+
+double level_at(tick_count t) {
+    return 2.0 + static_cast<double>(t % 8) / 4.0;
+}
+
+bool first_pump_runs_at(tick_count t) {
+    return t % 4 < 2;
+}
+
+void show_bits(image& shown, tick_count t) {
+    shown.coils[pump_1_runs] = first_pump_runs_at(t);
+    shown.coils[pump_2_runs] = !first_pump_runs_at(t);
+    shown.coils[horn_sounds] = t % 10 == 9;
+    shown.coils[valve_open] = t % 2 == 1;
+
+    shown.discretes[level_is_low] = level_at(t) < 2.5;
+    shown.discretes[level_is_high] = level_at(t) >= 3.5;
+    shown.discretes[door_open] = t % 6 == 5;
+}
+
+void show_inputs(image& shown, tick_count t) {
+    auto const high = order::high_first;
+    auto const low = order::low_first;
+    auto const part = [t](unsigned int period) { return static_cast<std::int32_t>(t % period); };
+
+    pack(shown.inputs, level, static_cast<float>(level_at(t)), high);
+    pack(shown.inputs, flow, 12.5F + 1.5F * static_cast<float>(part(4)), low);
+    shown.inputs[temperature] = static_cast<std::uint16_t>(-50 + 7 * part(100));
+    shown.inputs[vibration] = swapped(static_cast<std::uint16_t>(300 + part(1000)));
+    pack(shown.inputs, power, 100'000 - 45'000 * part(16), high);
+    pack(shown.inputs, energy, 1234.5 + static_cast<double>(t) / 8.0, high);
+    pack(shown.inputs, volume, std::uint64_t{10'000'000'000'000'001} + 25 * t, high);
+    pack(shown.inputs, balance, -9'000'000'000 + std::int64_t{250} * part(1000), low);
+    pack(shown.inputs, starts, static_cast<std::uint32_t>(4'000'000'000 + 10 * t), low);
+    pack(shown.inputs, ticks, static_cast<std::uint32_t>(t), high);
+}
+
+void show_holdings(image& shown, tick_count t) {
+    auto const high = order::high_first;
+    auto const low = order::low_first;
+
+    shown.holdings[step] = 0;
+    shown.holdings[setpoint] = static_cast<std::uint16_t>(1500 + 10 * (t % 5));
+    pack(shown.holdings, operating, static_cast<std::uint32_t>(86'400 + 60 * t), high);
+    pack_text(shown.holdings, name, name_size, "Pump station 7", high);
+    pack_text(shown.holdings, state, state_size, first_pump_runs_at(t) ? "filling" : "draining",
+              low);
+    pack(shown.holdings, gain, static_cast<double>(1 + t % 10) / 10.0, low);
+}
+
+} // namespace
+
+image image_at(tick_count t) {
+    image shown;
+    show_bits(shown, t);
+    show_inputs(shown, t);
+    show_holdings(shown, t);
+    return shown;
+}
+
+} // namespace station

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+/// \file
+/// The simulated pump station. Nothing here looks at a clock: every quantity is a function of the
+/// tick count t, an unsigned 64-bit number, so that whoever knows t knows every answer.
+
+namespace station {
+
+using tick_count = std::uint64_t;
+
+/// \name Coils
+/// \{
+inline constexpr std::size_t pump_1_runs = 0; ///< t mod 4 < 2
+inline constexpr std::size_t pump_2_runs = 1; ///< t mod 4 >= 2
+inline constexpr std::size_t horn_sounds = 2; ///< t mod 10 = 9
+inline constexpr std::size_t valve_open = 3;  ///< t is odd
+inline constexpr std::size_t coil_count = 4;
+/// \}
+
+/// \name Discrete inputs
+/// \{
+inline constexpr std::size_t level_is_low = 0;  ///< level below 2.5
+inline constexpr std::size_t level_is_high = 1; ///< level 3.5 or more
+inline constexpr std::size_t door_open = 7;     ///< t mod 6 = 5; those in between are always off
+inline constexpr std::size_t discrete_count = 8;
+/// \}
+
+/// \name Input registers
+/// A number of several registers has its high word first unless stated otherwise.
+/// \{
+inline constexpr std::size_t level = 0;       ///< flt, m: 2 + (t mod 8) / 4
+inline constexpr std::size_t flow = 2;        ///< flt, l/s, low word first: 12.5 + 1.5 (t mod 4)
+inline constexpr std::size_t temperature = 4; ///< i16, 0.1 degC: -50 + 7 (t mod 100)
+inline constexpr std::size_t vibration = 5;   ///< u16, um/s, bytes swapped: 300 + t mod 1000
+inline constexpr std::size_t power = 6;       ///< i32, W: 100000 - 45000 (t mod 16)
+inline constexpr std::size_t energy = 8;      ///< dbl, kWh: 1234.5 + t / 8
+inline constexpr std::size_t volume = 12;     ///< u64, l: 10^16 + 1 + 25 t, modulo 2^64
+inline constexpr std::size_t balance = 16; ///< i64, l, low word first: -9 10^9 + 250 (t mod 1000)
+inline constexpr std::size_t starts = 20;  ///< u32, low word first: 4 10^9 + 10 t, modulo 2^32
+inline constexpr std::size_t ticks = 22;   ///< u32: t modulo 2^32
+inline constexpr std::size_t input_count = 24;
+/// \}
+
+/// \name Holding registers
+/// \{
+/// Writing n to this register advances t by n; it reads as 0. The only one that can be written.
+inline constexpr std::size_t step = 0;
+inline constexpr std::size_t setpoint = 1;  ///< u16, mm: 1500 + 10 (t mod 5)
+inline constexpr std::size_t operating = 2; ///< u32, s: 86400 + 60 t, modulo 2^32
+inline constexpr std::size_t name = 4;      ///< text of 8 registers: "Pump station 7", then zeros
+inline constexpr std::size_t name_size = 8;
+/// Text of 4 registers with bytes swapped: "filling" while pump 1 runs, else "draining".
+inline constexpr std::size_t state = 12;
+inline constexpr std::size_t state_size = 4;
+inline constexpr std::size_t gain = 16; ///< dbl, low word first: (1 + t mod 10) / 10
+inline constexpr std::size_t holding_count = 20;
+/// \}
+
+/// All that the station shows at one tick, as the protocol knows it. Bits are bytes of 0 or 1.
+struct image {
+    std::array<std::uint8_t, coil_count> coils{};
+    std::array<std::uint8_t, discrete_count> discretes{};
+    std::array<std::uint16_t, input_count> inputs{};
+    std::array<std::uint16_t, holding_count> holdings{};
+};
+
+/// \return the station after `t` ticks.
+[[nodiscard]] image image_at(tick_count t);
+
+} // namespace station

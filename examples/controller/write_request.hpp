@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace station {
+
+/// Whether a request may go to the tables: every one that writes nothing, and those that write
+/// the step register and nothing else. \param request  from its function code on
+[[nodiscard]] bool may_be_answered(std::span<std::uint8_t const> request);
+
+} // namespace station

@@ -1,0 +1,85 @@
+#include "reader.hpp"
+
+#include "decoding.hpp"
+#include "error_category.hpp"
+
+#include <array>
+#include <cstdint>
+
+namespace modbus_backend {
+
+namespace {
+
+namespace v2 = tavi::ioapi::v2;
+using quality = v2::io_data_value::value_quality;
+
+void store(wanted_variable const& member,
+           v2::io_value value,
+           v2::io_timestamp time,
+           v2::read_result& result) {
+    result.set(static_cast<unsigned int>(member.where),
+               v2::io_data_value(std::move(value), time, quality::good));
+}
+
+v2::io_error read_bits(request const& wanted, register_source& source, v2::read_result& result) {
+    std::array<std::uint8_t, most_in_a_request(register_kind::coil)> buffer{};
+    auto const bits = std::span(buffer).first(wanted.count);
+    auto error = source.read_bits(wanted.kind, wanted.first, bits);
+    if (error) return error;
+
+    auto const time = v2::io_timestamp::now();
+    for (auto const& member : wanted.members) {
+        bool const bit = bits[member.what->address - wanted.first] != 0;
+        store(member, bit, time, result);
+    }
+    return error;
+}
+
+v2::io_error read_registers(request const& wanted,
+                            register_source& source,
+                            v2::read_result& result) {
+    std::array<std::uint16_t, most_in_a_request(register_kind::input)> buffer{};
+    auto const registers = std::span(buffer).first(wanted.count);
+    auto error = source.read_registers(wanted.kind, wanted.first, registers);
+    if (error) return error;
+
+    auto const time = v2::io_timestamp::now();
+    for (auto const& member : wanted.members) {
+        variable const& described = *member.what;
+        auto const own = registers.subspan(described.address - wanted.first, described.width);
+        store(member, decode(described, own), time, result);
+    }
+    return error;
+}
+
+/// Whether another range might be answered where this one was refused.
+bool depends_on_range(v2::io_error const& error) {
+    if (&error.category() != &modbus_error_category()) return false;
+    switch (static_cast<modbus_errc>(error.code())) {
+    case modbus_errc::illegal_data_address:
+    case modbus_errc::illegal_data_value:
+    case modbus_errc::device_failure:
+    case modbus_errc::memory_parity_error: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
+void carry_out(request const& wanted, register_source& source, v2::read_result& result) {
+    auto const error = holds_bits(wanted.kind) ? read_bits(wanted, source, result)
+                                               : read_registers(wanted, source, result);
+    if (error.ok()) return;
+
+    if (wanted.members.size() > 1 && depends_on_range(error)) {
+        auto const [lower, upper] = split(wanted);
+        carry_out(lower, source, result);
+        carry_out(upper, source, result);
+        return;
+    }
+    for (auto const& member : wanted.members) {
+        result.set(static_cast<unsigned int>(member.where), error);
+    }
+}
+
+} // namespace modbus_backend

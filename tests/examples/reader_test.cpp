@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+#include <modbus_backend/error_category.hpp>
+#include <modbus_backend/reader.hpp>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace v2 = tavi::ioapi::v2;
+using namespace modbus_backend;
+
+/// Serves addresses up to an end, each with its own number as contents, and counts the requests.
+class scripted_source final : public register_source {
+public:
+    unsigned int served_end = 1000;
+    v2::io_error beyond = make_modbus_error(modbus_errc::illegal_data_address);
+    std::vector<std::string> asked;
+
+    v2::io_error read_bits(register_kind,
+                           unsigned int first,
+                           std::span<std::uint8_t> bits) override {
+        if (auto const error = ask(first, bits.size())) return error;
+        for (std::size_t i = 0; i < bits.size(); ++i) bits[i] = (first + i) % 2 == 1;
+        return {};
+    }
+
+    v2::io_error read_registers(register_kind,
+                                unsigned int first,
+                                std::span<std::uint16_t> registers) override {
+        if (auto const error = ask(first, registers.size())) return error;
+        for (std::size_t i = 0; i < registers.size(); ++i) {
+            registers[i] = static_cast<std::uint16_t>(first + i);
+        }
+        return {};
+    }
+
+private:
+    v2::io_error ask(unsigned int first, std::size_t count) {
+        asked.push_back(std::to_string(first) + "+" + std::to_string(count));
+        return first + count > served_end ? beyond : v2::io_error();
+    }
+};
+
+class reader : public ::testing::Test {
+protected:
+    // Values may throw when they end, and a result with it; the fixture's base does not allow that.
+    ~reader() noexcept override = default;
+
+    void want(unsigned int address, register_kind kind = register_kind::holding) {
+        variable described;
+        described.kind = kind;
+        described.address = address;
+        described.type = holds_bits(kind) ? value_type::boolean : value_type::u16;
+        variables_.push_back(std::make_unique<variable>(described));
+        wanted_.push_back({variables_.back().get(), wanted_.size()});
+        identifiers_.emplace_back(std::to_string(address));
+    }
+
+    void read() {
+        result.assign(identifiers_);
+        for (auto const& one : plan_requests(wanted_)) carry_out(one, source, result);
+    }
+
+    void expect_value(unsigned int index, int expected) const {
+        EXPECT_EQ(result[index].error(), v2::io_error());
+        EXPECT_EQ(result[index].value().value().try_as<int>(), expected);
+        EXPECT_TRUE(result[index].value().good());
+    }
+
+    void expect_error(unsigned int index, modbus_errc code) const {
+        EXPECT_EQ(result[index].error(), make_modbus_error(code));
+        EXPECT_TRUE(result[index].value().empty());
+        EXPECT_FALSE(result[index].value().timestamp().has_value());
+        EXPECT_EQ(result[index].value().quality(), v2::io_data_value::value_quality());
+    }
+
+    scripted_source source;
+    v2::read_result result;
+
+private:
+    std::vector<std::unique_ptr<variable>> variables_;
+    std::vector<wanted_variable> wanted_;
+    std::vector<v2::plc_identifier> identifiers_;
+};
+
+using texts = std::vector<std::string>;
+
+TEST_F(reader, fills_all_entries_of_a_request_with_one_time) {
+    want(30);
+    want(10);
+    auto const before = v2::io_timestamp::now();
+    read();
+    auto const after = v2::io_timestamp::now();
+
+    expect_value(0, 30);
+    expect_value(1, 10);
+    EXPECT_EQ(source.asked, texts({"10+21"}));
+    EXPECT_EQ(result[0].value().timestamp(), result[1].value().timestamp());
+    EXPECT_LE(before, result[0].value().timestamp());
+    EXPECT_LE(result[0].value().timestamp(), after);
+}
+
+TEST_F(reader, gives_bits_as_truth_values) {
+    want(4, register_kind::coil);
+    want(7, register_kind::coil);
+    read();
+    ASSERT_NE(result[0].value().value().get_if<bool>(), nullptr);
+    ASSERT_NE(result[1].value().value().get_if<bool>(), nullptr);
+    EXPECT_FALSE(*result[0].value().value().get_if<bool>());
+    EXPECT_TRUE(*result[1].value().value().get_if<bool>());
+}
+
+TEST_F(reader, a_variable_asked_for_twice_is_answered_twice) {
+    want(5);
+    want(5);
+    read();
+    expect_value(0, 5);
+    expect_value(1, 5);
+    EXPECT_EQ(source.asked, texts({"5+1"}));
+}
+
+TEST_F(reader, only_what_is_not_served_gets_the_exception) {
+    source.served_end = 20;
+    want(10);
+    want(12);
+    want(40);
+    read();
+    expect_value(0, 10);
+    expect_value(1, 12);
+    expect_error(2, modbus_errc::illegal_data_address);
+    EXPECT_EQ(source.asked, texts({"10+31", "10+3", "40+1"}));
+}
+
+TEST_F(reader, ranges_without_a_gap_are_halved_down_to_the_culprit) {
+    source.served_end = 13;
+    for (unsigned int address = 10; address < 14; ++address) want(address);
+    read();
+    expect_value(0, 10);
+    expect_value(1, 11);
+    expect_value(2, 12);
+    expect_error(3, modbus_errc::illegal_data_address);
+    EXPECT_EQ(source.asked, texts({"10+4", "10+2", "12+2", "12+1", "13+1"}));
+}
+
+TEST_F(reader, bits_fall_back_like_registers) {
+    source.served_end = 10;
+    want(9, register_kind::discrete);
+    want(10, register_kind::discrete);
+    read();
+    EXPECT_EQ(result[0].value().value().try_as<bool>(), true);
+    expect_error(1, modbus_errc::illegal_data_address);
+}
+
+class reader_by_range : public reader, public ::testing::WithParamInterface<modbus_errc> {};
+
+TEST_P(reader_by_range, an_exception_that_may_come_of_the_range_is_narrowed_down) {
+    source.beyond = make_modbus_error(GetParam());
+    source.served_end = 11;
+    want(10);
+    want(11);
+    read();
+    expect_value(0, 10);
+    expect_error(1, GetParam());
+    EXPECT_EQ(source.asked.size(), 3U);
+}
+
+INSTANTIATE_TEST_SUITE_P(codes,
+                         reader_by_range,
+                         ::testing::Values(modbus_errc::illegal_data_address,
+                                           modbus_errc::illegal_data_value,
+                                           modbus_errc::device_failure,
+                                           modbus_errc::memory_parity_error));
+
+class reader_by_controller : public reader, public ::testing::WithParamInterface<modbus_errc> {};
+
+// A narrower range would meet the same, and each try may take as long as a timeout.
+TEST_P(reader_by_controller, any_other_failure_is_that_of_all_members) {
+    source.beyond = make_modbus_error(GetParam());
+    source.served_end = 11;
+    want(10);
+    want(11);
+    read();
+    expect_error(0, GetParam());
+    expect_error(1, GetParam());
+    EXPECT_EQ(source.asked.size(), 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(codes,
+                         reader_by_controller,
+                         ::testing::Values(modbus_errc::illegal_function,
+                                           modbus_errc::device_busy,
+                                           modbus_errc::gateway_path_unavailable,
+                                           modbus_errc::gateway_target_silent,
+                                           modbus_errc::not_connected,
+                                           modbus_errc::connection_lost,
+                                           modbus_errc::timeout,
+                                           modbus_errc::bad_answer));
+
+TEST_F(reader, an_error_of_another_category_is_never_narrowed_down) {
+    source.beyond = v2::io_errc::invalid_property; // its number is that of an illegal address
+    source.served_end = 11;
+    want(10);
+    want(11);
+    read();
+    EXPECT_EQ(result[0].error(), v2::io_error(v2::io_errc::invalid_property));
+    EXPECT_EQ(source.asked.size(), 1U);
+}
+
+} // namespace

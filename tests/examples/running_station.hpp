@@ -1,0 +1,42 @@
+#pragma once
+
+#include "child_process.hpp"
+
+#include <controller/modbus_context.hpp>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace test_support {
+
+/// The controller of the examples as a process of its own.
+class running_station {
+public:
+    /// Returns once it accepts connections. \param port  0 for any free one
+    explicit running_station(int port = 0);
+
+    [[nodiscard]] int port() const noexcept { return port_; }
+    /// End it by a signal, and give what it leaves.
+    finished_process stop(int signal);
+
+private:
+    child_process process_;
+    int port_;
+};
+
+/// A connection by the protocol library alone.
+class modbus_client {
+public:
+    explicit modbus_client(int port);
+    modbus_client(modbus_client const&) = delete;
+    modbus_client& operator=(modbus_client const&) = delete;
+    ~modbus_client();
+
+    [[nodiscard]] modbus_t* get() const noexcept { return context_.get(); }
+
+private:
+    station::modbus_context context_;
+};
+
+} // namespace test_support
