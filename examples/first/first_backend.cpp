@@ -14,7 +14,7 @@ extern "C" void first_backend_read(v2::read_result& result) {
         } else if (entry.identifier() == v2::plc_identifier("tank.name")) {
             entry.set(v2::io_data_value("north", now, good));
         } else {
-            entry.set(v2::io_error(v2::io_errc::not_found));
+            entry.set(v2::io_errc::not_found);
         }
     }
 }

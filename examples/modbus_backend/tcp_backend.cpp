@@ -44,7 +44,7 @@ void tcp_backend::read_all(v2::read_result& result) {
         if (described != nullptr) {
             wanted.push_back({described, i});
         } else {
-            result.set(i, v2::io_error(v2::io_errc::not_found));
+            result.set(i, v2::io_errc::not_found);
         }
     }
     // Where this fails, every request tells so by its own error.
