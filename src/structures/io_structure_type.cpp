@@ -33,6 +33,14 @@ void io_structure_type::impl::clear() noexcept {
     members_.clear();
 }
 
+io_structure_type::impl::members::const_iterator io_structure_type::impl::begin() const {
+    return members_.begin();
+}
+
+io_structure_type::impl::members::const_iterator io_structure_type::impl::end() const {
+    return members_.end();
+}
+
 io_structure_type::io_structure_type() : impl_(std::in_place) {}
 
 // Names come by value since other modules were built for that.
@@ -49,7 +57,7 @@ io_structure_type::io_structure_type(utility::string name,
 }
 // NOLINTEND(performance-unnecessary-value-param)
 
-TAVI_IOAPI_DEFINE_HANDLE(io_structure_type);
+TAVI_IOAPI_DEFINE_HANDLE(io_structure_type, io_structure_type);
 
 utility::string_view io_structure_type::name() const {
     return impl_->name();
@@ -69,6 +77,14 @@ io_data_type io_structure_type::get_member(utility::string_view name) const noex
 
 void io_structure_type::clear() noexcept {
     impl_->clear();
+}
+
+io_structure_type::const_iterator io_structure_type::begin() const {
+    return const_iterator(const_iterator::impl(impl_->begin()));
+}
+
+io_structure_type::const_iterator io_structure_type::end() const {
+    return const_iterator(const_iterator::impl(impl_->end()));
 }
 
 } // namespace tavi::ioapi::v2

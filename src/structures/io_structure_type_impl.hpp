@@ -13,6 +13,8 @@ namespace tavi::ioapi::v2 {
 /// comparator lets a lookup do without a string of its own.
 class io_structure_type::impl {
 public:
+    using members = std::map<std::string, io_data_type, std::less<>>;
+
     impl() = default;
     explicit impl(std::string name);
 
@@ -21,10 +23,25 @@ public:
     TAVI_IOAPI_API bool has_member(std::string_view name) const noexcept;
     TAVI_IOAPI_API io_data_type get_member(std::string_view name) const noexcept;
     TAVI_IOAPI_API void clear() noexcept;
+    TAVI_IOAPI_API members::const_iterator begin() const;
+    TAVI_IOAPI_API members::const_iterator end() const;
 
 private:
     std::string name_;
-    std::map<std::string, io_data_type, std::less<>> members_;
+    members members_;
+};
+
+/// A position among the members.
+class io_structure_type::const_iterator::impl {
+public:
+    explicit impl(io_structure_type::impl::members::const_iterator position);
+
+    TAVI_IOAPI_API value_type get() const;
+    TAVI_IOAPI_API void increment();
+    TAVI_IOAPI_API bool equal(impl const& other) const noexcept;
+
+private:
+    io_structure_type::impl::members::const_iterator position_;
 };
 
 } // namespace tavi::ioapi::v2

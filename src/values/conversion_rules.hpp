@@ -1,5 +1,6 @@
 #pragma once
 
+#include <tavi/ioapi/v2/detail/alternatives.hpp>
 #include <tavi/ioapi/v2/io_errc.hpp>
 #include <tavi/ioapi/v2/io_object.hpp>
 #include <tavi/ioapi/v2/utility/array.hpp>
@@ -19,7 +20,8 @@
 /// How one payload becomes one scalar: a rule for each family of target and source, stated once.
 ///
 /// `fits` tells whether a source converts, `make` gives the result of one that does, `failure` is
-/// the code of one that does not.
+/// the code of one that does not. A rule whose test is most of the work has `convert` as well,
+/// which does both in one go and writes its target only on success.
 
 namespace tavi::ioapi::v2::detail {
 
@@ -40,11 +42,16 @@ struct always_fits {
     }
 };
 
-// --- from nothing: the default of the target
+// --- from nothing: the default of the target, which is not to say that nothing fits the target
 
 template <class To>
-struct rule<To, std::nullptr_t> : always_fits {
-    static To make(std::nullptr_t) noexcept { return To(); }
+requires(!is_array<To>) struct rule<To, std::nullptr_t> {
+    static constexpr io_errc failure = io_errc::success;
+    static constexpr bool fits(std::nullptr_t) noexcept { return false; }
+    static io_errc convert(std::nullptr_t, To& target) noexcept {
+        target = To();
+        return io_errc::success;
+    }
 };
 
 // --- between numbers
@@ -88,21 +95,30 @@ struct rule<To, From> {
     static constexpr io_errc failure = io_errc::value_too_large;
     static constexpr bool fits(From source) noexcept { return holds_integer(source); }
     static constexpr To make(From source) noexcept {
-        auto const exact = static_cast<long long>(source);
-        return static_cast<To>(static_cast<number_t<To>>(std::clamp(exact, lowest, highest)));
+        if constexpr (sizeof(To) > 4) {
+            auto const exact = static_cast<long long>(source);
+            return static_cast<To>(is_signed ? exact : std::max(exact, 0LL));
+        } else if constexpr (is_signed) {
+            return static_cast<To>(static_cast<number_t<To>>(clamped<int>(source)));
+        } else {
+            return static_cast<To>(static_cast<number_t<To>>(clamped<unsigned int>(source)));
+        }
     }
 
 private:
     static constexpr bool is_signed = std::is_signed_v<number_t<To>>;
-    static constexpr bool is_wide = sizeof(To) > 4;
-    static constexpr long long lowest =
-        !is_signed
-            ? 0
-            : (is_wide ? std::numeric_limits<long long>::min() : std::numeric_limits<int>::min());
-    static constexpr long long highest =
-        is_wide ? std::numeric_limits<long long>::max()
-                : (is_signed ? std::numeric_limits<int>::max()
-                             : static_cast<long long>(std::numeric_limits<unsigned int>::max()));
+
+    template <class Carrier>
+    static constexpr Carrier clamped(From source) noexcept {
+        using limits = std::numeric_limits<Carrier>;
+        constexpr bool is_in_reach = std::numeric_limits<From>::digits < limits::digits;
+        From bounded = source;
+        if constexpr (!is_in_reach || !limits::is_signed) {
+            bounded = std::max(bounded, static_cast<From>(limits::min()));
+        }
+        if constexpr (!is_in_reach) bounded = std::min(bounded, static_cast<From>(limits::max()));
+        return static_cast<Carrier>(bounded);
+    }
 };
 
 /// Floating point converts to a wider format as it stands, to a narrower one within its range,
@@ -136,17 +152,22 @@ struct rule<To, utility::string> {
     static constexpr io_errc failure = io_errc::incompatible_type;
     static bool fits(utility::string const& source) noexcept {
         To unused{};
-        return parse(source, unused);
+        return convert(source, unused) == io_errc::success;
     }
-    static bool parse(utility::string const& source, To& target) noexcept {
+    static io_errc convert(utility::string const& source, To& target) noexcept {
         if (source.empty()) {
             target = To();
-            return true;
+            return io_errc::success;
         }
+        return parse(source.begin(), source.end(), target) ? io_errc::success : failure;
+    }
+
+private:
+    static bool parse(char const* first, char const* last, To& target) noexcept {
         if constexpr (whole<To>) {
-            return parse_integer(source.begin(), source.end(), target);
+            return parse_integer(first, last, target);
         } else {
-            return parse_real(source.begin(), source.end(), target);
+            return parse_real(first, last, target);
         }
     }
 };
@@ -188,7 +209,7 @@ struct rule<bool, utility::array<Element>> : always_fits {
 
 template <>
 struct rule<utility::string, bool> : always_fits {
-    static utility::string make(bool source) { return source ? "true" : "false"; }
+    static utility::string make(bool source) { return utility::string(text_of(source)); }
 };
 
 template <number From>
@@ -210,13 +231,13 @@ struct rule<utility::string, utility::string> : always_fits {
 template <class To, class From>
 [[nodiscard]] io_errc convert(From const& source, To& target) {
     using applied = rule<To, From>;
-    if constexpr (requires { applied::parse(source, target); }) {
-        if (!applied::parse(source, target)) return applied::failure;
+    if constexpr (requires { applied::convert(source, target); }) {
+        return applied::convert(source, target);
     } else {
         if (!applied::fits(source)) return applied::failure;
         target = applied::make(source);
+        return io_errc::success;
     }
-    return io_errc::success;
 }
 
 } // namespace tavi::ioapi::v2::detail

@@ -54,4 +54,28 @@ void io_data_value::value(io_value v, value_quality q) {
     value(std::move(temporary), io_timestamp::now(), q);
 }
 
+bool operator==(io_data_value const& left, io_data_value const& right) {
+    return left.timestamp() == right.timestamp() && left.value() == right.value();
+}
+
+bool operator!=(io_data_value const& left, io_data_value const& right) {
+    return !(left == right);
+}
+
+bool operator==(io_value const& left, io_data_value const& right) {
+    return left == right.value();
+}
+
+bool operator!=(io_value const& left, io_data_value const& right) {
+    return !(left == right);
+}
+
+bool operator==(io_data_value const& left, io_value const& right) {
+    return left.value() == right;
+}
+
+bool operator!=(io_data_value const& left, io_value const& right) {
+    return !(left == right);
+}
+
 } // namespace tavi::ioapi::v2

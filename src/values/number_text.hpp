@@ -34,6 +34,11 @@ template <real T>
     return true;
 }
 
+/// The texts of the two truth values; on the way back they are texts like any other.
+[[nodiscard]] constexpr std::string_view text_of(bool value) noexcept {
+    return value ? "true" : "false";
+}
+
 /// The shortest decimal text of a number that reads back as the same number.
 class number_text {
 public:

@@ -55,6 +55,17 @@ private:
     value_quality quality_ = value_quality::uncertain;
 };
 
+/// Equal when the timestamps are and then the values, by `==` of `io_value`; quality does not
+/// count.
+[[nodiscard]] TAVI_IOAPI_API bool operator==(io_data_value const& left, io_data_value const& right);
+[[nodiscard]] TAVI_IOAPI_API bool operator!=(io_data_value const& left, io_data_value const& right);
+
+/// By the values alone, whatever timestamp and quality.
+[[nodiscard]] TAVI_IOAPI_API bool operator==(io_value const& left, io_data_value const& right);
+[[nodiscard]] TAVI_IOAPI_API bool operator!=(io_value const& left, io_data_value const& right);
+[[nodiscard]] TAVI_IOAPI_API bool operator==(io_data_value const& left, io_value const& right);
+[[nodiscard]] TAVI_IOAPI_API bool operator!=(io_data_value const& left, io_value const& right);
+
 } // namespace tavi::ioapi::v2
 
 namespace tavi::ioapi::v2::detail {

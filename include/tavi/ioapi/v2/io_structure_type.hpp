@@ -7,7 +7,9 @@
 #include "utility/string.hpp"
 #include "utility/string_view.hpp"
 
+#include <cstddef>
 #include <initializer_list>
+#include <iterator>
 
 namespace tavi::ioapi::v2 {
 
@@ -20,6 +22,7 @@ namespace tavi::ioapi::v2 {
 class TAVI_IOAPI_API io_structure_type {
 public:
     class impl;
+    class const_iterator;
     using member = utility::pair<utility::string, io_data_type>;
 
     /// No name, no members. \throws std::bad_alloc, as all constructors and copies
@@ -56,9 +59,51 @@ public:
     /// Remove all members; the name stays.
     void clear() noexcept;
 
+    /// The members in the order of their names. \throws std::bad_alloc
+    [[nodiscard]] const_iterator begin() const TAVI_IOAPI_LIFETIMEBOUND;
+    [[nodiscard]] const_iterator end() const TAVI_IOAPI_LIFETIMEBOUND;
+    /// Whether there are no members.
+    [[nodiscard]] inline bool empty() const;
+
 private:
     detail::deep_ptr<impl> impl_;
 };
+
+/// Walks the members of a structure type in the order of their names and gives each as a copy,
+/// which outlives the iterator. Owns its position; copies are deep and allocate. Valid until the
+/// member is removed or the type cleared, assigned to or destroyed. A moved-from iterator may only
+/// be destroyed or assigned to.
+class TAVI_IOAPI_API io_structure_type::const_iterator {
+public:
+    class impl;
+    using iterator_category = std::input_iterator_tag;
+    using value_type = utility::pair<utility::string, io_data_type>;
+    using difference_type = std::ptrdiff_t;
+    using pointer = void;
+    using reference = value_type;
+
+    explicit const_iterator(impl const& position);
+    const_iterator(const_iterator const&);
+    const_iterator(const_iterator&&) noexcept;
+    const_iterator& operator=(const_iterator const&);
+    const_iterator& operator=(const_iterator&&) noexcept;
+    ~const_iterator();
+
+    const_iterator& operator++();
+    const_iterator operator++(int);
+    /// A copy of the name and of the type. \throws std::bad_alloc
+    [[nodiscard]] value_type operator*() const;
+    /// Whether both stand at the same member.
+    [[nodiscard]] bool operator==(const_iterator const& other) const noexcept;
+    [[nodiscard]] bool operator!=(const_iterator const& other) const noexcept;
+
+private:
+    detail::deep_ptr<impl> impl_;
+};
+
+inline bool io_structure_type::empty() const {
+    return begin() == end();
+}
 
 static_assert(sizeof(io_structure_type) == sizeof(void*), "a handle is one pointer");
 

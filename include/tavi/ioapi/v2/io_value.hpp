@@ -3,6 +3,7 @@
 #include "api.hpp"
 #include "detail/alternatives.hpp"
 #include "detail/character_types.hpp"
+#include "detail/conversion_target.hpp"
 #include "detail/data_model.hpp"
 #include "detail/get_as.hpp"
 #include "detail/visit.hpp"
@@ -15,6 +16,7 @@
 #include "utility/string_view.hpp"
 
 #include <cstddef>
+#include <iosfwd>
 #include <new>
 #include <optional>
 #include <string>
@@ -180,7 +182,8 @@ public:
 
     /// \}
     /// \name The payload as another type
-    /// By the rules of `detail::get_as`. `T` is one of its types or `std::string`.
+    /// By the rules of `detail::get_as`. `T` is one of its types, `std::string`, or a `std::vector`
+    /// of any of them, as which an array is had.
     /// \{
 
     /// \param[out] error  cleared first, see `detail::get_as`
@@ -188,12 +191,9 @@ public:
     /// \throws std::bad_alloc  for a standard text or vector
     template <class T>
     [[nodiscard]] T as(io_error& error) const {
-        if constexpr (std::is_same_v<T, std::string>) {
-            return detail::get_as<utility::string>(*this, error).str();
-        } else {
-            static_assert(detail::is_scalar_target<T>, "no conversion gives a T");
-            return detail::get_as<T>(*this, error);
-        }
+        using target = detail::conversion_target<T>;
+        static_assert(target::exists, "no conversion gives a T");
+        return target::finish(detail::get_as<typename target::instance>(*this, error));
     }
 
     /// \throws io_exception  with the error that the other form reports
@@ -226,16 +226,7 @@ public:
     /// As `as`, but a number in floating point that would be clamped or cut on its way to an
     /// integer is refused: `value_too_large`.
     template <class T>
-    [[nodiscard]] T get_exact(io_error& error) const {
-        T result = as<T>(error);
-        if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>) {
-            if (error.ok() && !equals_stored_real(result)) {
-                error = io_errc::value_too_large;
-                result = T();
-            }
-        }
-        return result;
-    }
+    [[nodiscard]] T get_exact(io_error& error) const;
 
     /// \throws io_exception  with the error that the other form reports
     template <class T>
@@ -245,6 +236,63 @@ public:
         if (error) throw io_exception(std::move(error));
         return result;
     }
+
+    /// \}
+    /// \name The payload as another data type
+    /// For a type that is known at run time only, as a member of a structure declares it.
+    /// \{
+
+    /// Whether `to_variant(type)` succeeds: the type is the value's own, or one from `boolean` to
+    /// `string` or an array of these that the payload converts to by the rules of `detail::get_as`.
+    /// The empty value, alone or in an array, fits no type but its own, and no value fits a type of
+    /// objects but its own. The own type is not looked at further: an `i32` that is stored as a
+    /// 64-bit `long` passes for `i32` whatever its number. Allocates nothing, stops at the first
+    /// element that fails.
+    /// \throws char const*  for a value without a legal alternative
+    [[nodiscard]] TAVI_IOAPI_API bool converts_to(io_data_type const& type) const;
+
+    /// A copy where `type` is the value's own, else the payload converted. An array of any kind
+    /// gives `array_kind` 2. The empty value converts to any scalar, and anything to the type
+    /// `empty`.
+    /// \param[out] error  cleared first; as for `detail::get_as`, and `incompatible_type` (3) for
+    ///     a type of objects or an unknown one
+    /// \return a value of the type. Where `error` is set, one with the default payload, or the
+    ///     empty value for a type that nothing converts to
+    /// \throws std::bad_alloc  from the copy
+    [[nodiscard]] TAVI_IOAPI_API io_value to_variant(io_data_type const& type,
+                                                     io_error& error) const;
+    /// The same, and nothing tells of a failure: ask `converts_to` first.
+    [[nodiscard]] TAVI_IOAPI_API io_value to_variant(io_data_type const& type) const;
+
+    /// \}
+    /// \name Comparison and printing
+    /// All recurse as deep as the value is nested.
+    /// \{
+
+    /// Whether both mean the same: of one type, by what is stored; else one of them converted to
+    /// the other's kind, in either direction. So the `int` 5, the `double` 5.0 and the text "5" are
+    /// equal. Not an equivalence: a NaN and an object are unequal to themselves, and `true` equals
+    /// 1 and 7. See `identical` for a comparison without conversion.
+    /// \throws char const*  for a value without a legal alternative, as all comparisons
+    [[nodiscard]] TAVI_IOAPI_API bool operator==(io_value const& other) const;
+    [[nodiscard]] TAVI_IOAPI_API bool operator!=(io_value const& other) const;
+
+    /// One direction: whether `other` fits the kind of this value and, converted to it, is the
+    /// same.
+    [[nodiscard]] TAVI_IOAPI_API bool equals(io_value const& other) const;
+
+    /// By what is stored, for two values of one data type; the alternative of this one decides.
+    [[nodiscard]] TAVI_IOAPI_API bool equals_same_type(io_value const& other) const;
+
+    /// The value as text for people, on several lines where it is nested; nothing is escaped, and
+    /// the last line has no end. Its cost grows with the length of the text.
+    /// \param fill   what indentation is made of
+    /// \param width  how many of it for each level
+    /// \param level  the level of this value
+    /// \throws std::bad_alloc, std::length_error for an indentation beyond the longest string
+    [[nodiscard]] TAVI_IOAPI_API utility::string printable_string(char fill = ' ',
+                                                                  unsigned int width = 2,
+                                                                  unsigned int level = 0) const;
 
     /// \}
 
@@ -304,16 +352,6 @@ private:
         storage_ = {};
     }
 
-    template <class T>
-    bool equals_stored_real(T number) const noexcept {
-        // A char is a number from 0 to 255 on every platform.
-        using wide = std::conditional_t<std::is_same_v<T, char>, unsigned char, T>;
-        auto const widened = static_cast<long double>(static_cast<wide>(number));
-        if (auto const* const real = get_if<float>()) return widened == *real;
-        if (auto const* const real = get_if<double>()) return widened == *real;
-        return true;
-    }
-
     void drop_payload();
     void copy_payload(io_value const& other);
     void take_payload(io_value& other);
@@ -341,3 +379,36 @@ struct layout_of<io_value> {
 };
 
 } // namespace tavi::ioapi::v2::detail
+
+// What needs a complete value.
+#include "detail/exactness.hpp"
+#include "detail/identical.hpp"
+#include "detail/object_convenience.hpp"
+
+namespace tavi::ioapi::v2 {
+
+namespace detail {
+template <class T>
+bool is_exact_conversion(io_value const& value, T const& converted) noexcept;
+}
+
+template <class T>
+T io_value::get_exact(io_error& error) const {
+    using target = detail::conversion_target<T>;
+    static_assert(target::exists, "no conversion gives a T");
+    auto converted = detail::get_as<typename target::instance>(*this, error);
+    if (error.ok() && !detail::is_exact_conversion(*this, converted)) {
+        error = io_errc::value_too_large;
+        converted = {};
+    }
+    return target::finish(std::move(converted));
+}
+
+/// Print as `printable_string` does, with its defaults.
+template <class Traits>
+std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,
+                                             io_value const& value) {
+    return out << value.printable_string();
+}
+
+} // namespace tavi::ioapi::v2

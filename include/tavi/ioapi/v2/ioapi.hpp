@@ -14,6 +14,7 @@
 #include "io_error_category.hpp"
 #include "io_exception.hpp"
 #include "io_object.hpp"
+#include "io_structure_dictionary.hpp"
 #include "io_structure_type.hpp"
 #include "io_timestamp.hpp"
 #include "io_value.hpp"

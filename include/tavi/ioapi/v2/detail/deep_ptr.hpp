@@ -47,6 +47,7 @@ public:
 
     T* operator->() noexcept { return p_; }
     T const* operator->() const noexcept { return p_; }
+    T const* get() const noexcept { return p_; }
 
 private:
     T* p_;

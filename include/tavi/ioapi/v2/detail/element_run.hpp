@@ -2,6 +2,7 @@
 
 #include "iokern_allocator.hpp"
 
+#include <cstring>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -117,6 +118,16 @@ void assign_element(T& target, T const& source) {
     } else {
         T copy(source);
         target = std::move(copy);
+    }
+}
+
+/// Assign `count` elements in order. Plain ones are copied as bytes, whatever these are.
+template <class T>
+void assign_elements(T* target, T const* source, unsigned int count) {
+    if constexpr (std::is_trivially_copyable_v<T>) {
+        if (count != 0) std::memmove(target, source, count * sizeof(T));
+    } else {
+        for (unsigned int i = 0; i < count; ++i) assign_element(target[i], source[i]);
     }
 }
 

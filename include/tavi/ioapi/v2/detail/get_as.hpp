@@ -15,9 +15,11 @@ namespace detail {
 /// Convert the payload of `value` to `T`; its data type plays no part. `io_value::as` is the same
 /// with less to write.
 ///
-/// The library holds an instance for each of `bool`, `char`, the ten integer types from
-/// `signed char` to `unsigned long long`, `float`, `double`, `long double` and `utility::string`.
+/// The library holds an instance for each scalar: `bool`, `char`, the ten integer types from
+/// `signed char` to `unsigned long long`, `float`, `double`, `long double` and `utility::string`;
+/// and for a `utility::array` of each of these and of `io_value`.
 ///
+/// To a scalar:
 /// - The empty value gives the default of `T`, without an error, and so does an empty text where
 ///   `T` is a number.
 /// - An integer must lie in the range of an integer `T`. For a floating `T` of fewer digits its
@@ -33,11 +35,20 @@ namespace detail {
 /// - `bool` takes everything: a number that is not 0, a text that is no number or not 0 ("false"
 ///   is true), every object and every array with elements are true.
 ///
+/// To an array:
+/// - Only an array converts, element by element by the rules above, whole or not at all. The empty
+///   value, a scalar and a text are incompatible; an array without elements gives one.
+/// - An element of an array of values converts by what it holds; an empty one gives the default.
+/// - To values: each element becomes a value of its own kind. An array of `char` is taken for a
+///   pair of texts instead: the bytes up to the first zero, and an empty one.
+///
 /// \param[out] error  cleared first; `value_too_large` (4): out of range, not whole, or a truth
 ///     value for a number; `incompatible_type` (3): a text that does not parse, an object or an
-///     array; `unhandled_exception` (8): exhausted memory or a corrupt value
+///     array for a scalar, no array for an array; `unhandled_exception` (8): exhausted memory or a
+///     corrupt value. Of several elements that fail, the first decides.
 /// \return the converted value, or the default of `T` when `error` is set. Throws nothing.
-///     Numbers allocate nothing, a text one block. Safe while nobody writes to `value`.
+///     Numbers allocate nothing, a text or an array one block, an array of texts one more for each.
+///     Safe while nobody writes to `value`.
 template <class T>
 TAVI_IOAPI_API T get_as(io_value const& value, io_error& error);
 

@@ -4,6 +4,7 @@
 #include "../detail/element_run.hpp"
 #include "../detail/iokern_allocator.hpp"
 #include "../detail/narrow.hpp"
+#include "../detail/truth.hpp"
 #include "data_view.hpp"
 
 #include <cstddef>
@@ -111,7 +112,7 @@ public:
             release();
             *this = array(other.size_);
         }
-        for (unsigned int i = 0; i < size_; ++i) detail::assign_element(data_[i], other.data_[i]);
+        detail::assign_elements(data_, other.data_, size_);
         return *this;
     }
 
@@ -158,7 +159,15 @@ public:
     }
 
     /// Copies of the elements as a standard vector.
-    [[nodiscard]] std::vector<T> to_vector() const { return std::vector<T>(begin(), end()); }
+    [[nodiscard]] std::vector<T> to_vector() const {
+        if constexpr (std::is_same_v<T, bool>) {
+            std::vector<T> result(size_);
+            for (unsigned int i = 0; i < size_; ++i) result[i] = detail::truth_at(data_ + i);
+            return result;
+        } else {
+            return std::vector<T>(begin(), end());
+        }
+    }
 
     /// Whether `address` lies in the block of this array or, where elements hold arrays of their
     /// own kind, in a block below. Linear in the elements then, else constant.

@@ -1,0 +1,24 @@
+#include "io_structure_type_impl.hpp"
+#include "member_iterator.hpp"
+
+namespace tavi::ioapi::v2 {
+
+io_structure_type::const_iterator::impl::impl(
+    io_structure_type::impl::members::const_iterator position)
+    : position_(position) {}
+
+io_structure_type::const_iterator::value_type io_structure_type::const_iterator::impl::get() const {
+    return {position_->first, position_->second};
+}
+
+void io_structure_type::const_iterator::impl::increment() {
+    ++position_;
+}
+
+bool io_structure_type::const_iterator::impl::equal(impl const& other) const noexcept {
+    return position_ == other.position_;
+}
+
+TAVI_IOAPI_DEFINE_MEMBER_ITERATOR(io_structure_type::const_iterator);
+
+} // namespace tavi::ioapi::v2

@@ -1,0 +1,150 @@
+#pragma once
+
+#include <tavi/ioapi/v2/detail/truth.hpp>
+#include <tavi/ioapi/v2/io_value.hpp>
+
+#include "conversion_rules.hpp"
+
+#include <algorithm>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+/// \file
+/// How an array becomes an array: the rules of the elements, applied to all of them. The source's
+/// kind is known at compile time; only the elements of an `array<io_value>` are looked at one by
+/// one. An array converts whole or not at all.
+
+namespace tavi::ioapi::v2::detail {
+
+/// \return an element as the rules see it. Any module may have stored any byte as a truth value.
+template <class T>
+[[nodiscard]] decltype(auto) element_of(utility::array<T> const& source, unsigned int index) {
+    if constexpr (std::is_same_v<T, bool>) {
+        return truth_at(source.data() + index);
+    } else {
+        return static_cast<T const&>(source[index]);
+    }
+}
+
+// --- elements that are values: the rule of what they hold
+
+template <class To>
+struct rule<To, io_value> {
+    /// Whether the payload is of a kind that converts, and converts. The empty value is of none.
+    static bool fits(io_value const& source) {
+        return source.visit([](auto const& payload) {
+            return rule<To, std::decay_t<decltype(payload)>>::fits(payload);
+        });
+    }
+    static io_errc convert(io_value const& source, To& target) {
+        return source.visit([&](auto const& payload) { return detail::convert(payload, target); });
+    }
+};
+
+// --- runs of numbers
+
+/// Whether the rule between two element kinds is tested over a block at once: no texts, no values.
+template <class To, class From>
+inline constexpr bool is_numeric_run = (number<To> || std::is_same_v<To, bool>)&&number<From>;
+
+/// The elements that are tested together, before one branch: they stay in the nearest cache.
+inline constexpr unsigned int block_size = 1024;
+
+template <class To, class From>
+[[nodiscard]] bool block_fits(From const* source, unsigned int count) noexcept {
+    unsigned int misfits = 0;
+    for (unsigned int i = 0; i < count; ++i) misfits |= !rule<To, From>::fits(source[i]);
+    return misfits == 0;
+}
+
+/// \param step  called with the start and the length of each block that fits
+template <class To, class From, class Step>
+[[nodiscard]] bool run_fits(From const* source, unsigned int count, Step step) noexcept {
+    for (unsigned int start = 0; start < count; start += block_size) {
+        unsigned int const length = std::min(block_size, count - start);
+        if (!block_fits<To>(source + start, length)) return false;
+        step(start, length);
+        if (count - start <= block_size) break; // the sum could leave the range
+    }
+    return true;
+}
+
+// --- arrays
+
+/// Element by element, in order; the first one that does not convert decides.
+template <class To, class From>
+struct rule<utility::array<To>, utility::array<From>> {
+    /// Whether every element fits. No allocation.
+    static bool fits(utility::array<From> const& source) {
+        if constexpr (is_numeric_run<To, From>) {
+            return run_fits<To>(source.data(), source.size(), [](unsigned int, unsigned int) {});
+        } else {
+            for (unsigned int i = 0; i < source.size(); ++i) {
+                if (!rule<To, From>::fits(element_of(source, i))) return false;
+            }
+            return true;
+        }
+    }
+
+    static io_errc convert(utility::array<From> const& source, utility::array<To>& target) {
+        utility::array<To> result(source.size());
+        if constexpr (is_numeric_run<To, From>) {
+            // All misfits of one kind have one code, so that it does not matter which comes first.
+            bool const fitted = run_fits<To>(
+                source.data(), source.size(), [&](unsigned int start, unsigned int length) {
+                    From const* __restrict const from = source.data() + start;
+                    To* __restrict const to = result.data() + start;
+                    for (unsigned int i = 0; i < length; ++i) to[i] = rule<To, From>::make(from[i]);
+                });
+            if (!fitted) return rule<To, From>::failure;
+        } else {
+            for (unsigned int i = 0; i < source.size(); ++i) {
+                io_errc const outcome = detail::convert(element_of(source, i), result[i]);
+                if (outcome != io_errc::success) return outcome;
+            }
+        }
+        target = std::move(result);
+        return io_errc::success;
+    }
+};
+
+/// The same elements as they stand.
+template <class Same>
+struct rule<utility::array<Same>, utility::array<Same>> : always_fits {
+    static utility::array<Same> make(utility::array<Same> const& source) { return source; }
+};
+
+// --- arrays of values, whose elements take any kind
+
+/// Each element becomes a value of its own kind.
+template <class From>
+struct rule<utility::array<io_value>, utility::array<From>> : always_fits {
+    static utility::array<io_value> make(utility::array<From> const& source) {
+        utility::array<io_value> result(source.size());
+        for (unsigned int i = 0; i < source.size(); ++i) {
+            result[i] = io_value(std::decay_t<From>(element_of(source, i)));
+        }
+        return result;
+    }
+};
+
+template <>
+struct rule<utility::array<io_value>, utility::array<io_value>> : always_fits {
+    static utility::array<io_value> make(utility::array<io_value> const& source) { return source; }
+};
+
+/// Intended: an array of `char` is taken for a pair of texts, whatever its length. The first one
+/// ends at a zero byte or with the array, the second one starts behind it and is always empty.
+template <>
+struct rule<utility::array<io_value>, utility::array<char>> : always_fits {
+    static utility::array<io_value> make(utility::array<char> const& source) {
+        std::string_view const bytes(source.data(), source.size());
+        utility::array<io_value> result(2);
+        result[0] = io_value(bytes.substr(0, bytes.find('\0')));
+        result[1] = io_value("");
+        return result;
+    }
+};
+
+} // namespace tavi::ioapi::v2::detail

@@ -1,0 +1,142 @@
+#include "equality.hpp"
+
+#include <tavi/ioapi/v2/io_error.hpp>
+#include <tavi/ioapi/v2/io_value.hpp>
+
+#include "array_rules.hpp"
+
+#include <type_traits>
+
+/// \file
+/// Values are compared by what they mean: one of them is converted to the other's kind, by the
+/// rules of conversion, and then compared. Nothing is built for that but an array of values.
+
+namespace tavi::ioapi::v2 {
+
+namespace detail {
+namespace {
+
+// --- one converted payload against one that stands
+
+/// Whether `source` converts to the kind of `own` and is then the same. The text of a number is
+/// compared in place.
+template <class Own, class From>
+bool equals_converted(Own const& own, From const& source) {
+    if constexpr (std::is_same_v<From, std::nullptr_t>) {
+        return false; // nothing is equal to what was set
+    } else if constexpr (std::is_same_v<From, io_value>) {
+        return source.visit([&](auto const& payload) { return equals_converted(own, payload); });
+    } else if constexpr (std::is_same_v<Own, utility::string>) {
+        if constexpr (number<From>) {
+            return own == number_text(source).view();
+        } else if constexpr (std::is_same_v<From, bool>) {
+            return own == text_of(source);
+        } else if constexpr (std::is_same_v<From, utility::string>) {
+            return own == source;
+        } else {
+            return false;
+        }
+    } else {
+        Own converted{};
+        return convert(source, converted) == io_errc::success && converted == own;
+    }
+}
+
+/// Whether every element of `source` converts to the kind of the elements of `own` and is then the
+/// same. The number of elements must be, too.
+template <class Own, class From>
+bool equals_converted_array(utility::array<Own> const& own, utility::array<From> const& source) {
+    if (own.size() != source.size()) return false;
+    for (unsigned int i = 0; i < own.size(); ++i) {
+        if (!equals_converted(element_of(own, i), element_of(source, i))) return false;
+    }
+    return true;
+}
+
+using values = utility::array<io_value>;
+
+// --- the kind of the left value decides
+
+bool equals_nothing(io_value const& other) {
+    return other.data_type() == io_data_type{};
+}
+
+bool equals_values(values const& own, io_value const& other) {
+    if (auto const* const others = other.get_if<values>())
+        return compare_elements(own, *others).forth;
+    io_error error;
+    values const converted = get_as<values>(other, error);
+    return error.ok() && compare_elements(own, converted).forth;
+}
+
+template <class Own>
+bool equals_payload(Own const& own, io_value const& other) {
+    using element = array_element_t<Own>;
+    if constexpr (std::is_same_v<Own, std::nullptr_t>) {
+        return equals_nothing(other);
+    } else if constexpr (std::is_same_v<Own, io_object> || std::is_same_v<element, io_object>) {
+        return false;
+    } else if constexpr (!is_array<Own>) {
+        return equals_converted(own, other);
+    } else if (other.get_if<utility::array<io_object>>() != nullptr) {
+        return false; // no array equals one of objects, not even an empty one
+    } else if constexpr (std::is_same_v<element, io_value>) {
+        return equals_values(own, other);
+    } else {
+        return other.visit([&]<class From>(From const& source) {
+            if constexpr (is_array<From>) {
+                return equals_converted_array(own, source);
+            } else {
+                return false;
+            }
+        });
+    }
+}
+
+} // namespace
+
+both_ways compare_elements(utility::array<io_value> const& a, utility::array<io_value> const& b) {
+    bool const is_one_size = a.size() == b.size();
+    both_ways result{is_one_size, is_one_size};
+    for (unsigned int i = 0; i < a.size() && (result.forth || result.back); ++i) {
+        both_ways const each = compare(a[i], b[i]);
+        result.forth = result.forth && each.forth;
+        result.back = result.back && each.back;
+    }
+    return result;
+}
+
+both_ways compare(io_value const& a, io_value const& b) {
+    bool const is_one_type = a.data_type() == b.data_type();
+    auto const* const left = a.get_if<values>();
+    auto const* const right = b.get_if<values>();
+    both_ways ways{};
+    if (left != nullptr && right != nullptr) {
+        ways = compare_elements(*left, *right);
+    } else if (is_one_type) {
+        ways.forth = a.equals_same_type(b);
+        ways.back = a.index() == b.index() ? ways.forth : b.equals_same_type(a);
+    } else {
+        ways.forth = a.equals(b);
+        ways.back = !ways.forth && b.equals(a);
+    }
+    if (is_one_type) return ways;
+    bool const either = ways.forth || ways.back;
+    return {either, either};
+}
+
+} // namespace detail
+
+bool io_value::equals(io_value const& other) const {
+    return visit([&](auto const& own) { return detail::equals_payload(own, other); });
+}
+
+bool io_value::operator==(io_value const& other) const {
+    return type_ == other.type_ ? equals_same_type(other) : detail::compare(*this, other).forth;
+}
+
+bool io_value::operator!=(io_value const& other) const {
+    return !(*this == other);
+}
+
+} // namespace tavi::ioapi::v2
