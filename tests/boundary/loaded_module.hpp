@@ -3,9 +3,8 @@
 #include "module/boundary_module.hpp"
 #include "support/allocations.hpp"
 
-#include <gtest/gtest.h>
-
 #include <dlfcn.h>
+#include <gtest/gtest.h>
 
 /// \file
 /// The module as a host loads it: late, and for one test.

@@ -1,6 +1,5 @@
-#include <gtest/gtest.h>
-
 #include <elf.h>
+#include <gtest/gtest.h>
 #include <link.h>
 
 #include <cstddef>
@@ -50,9 +49,8 @@ private:
         }
         return value;
     }
-    static ElfW(Shdr) section(std::vector<char> const& bytes,
-                              ElfW(Ehdr) const& header,
-                              std::size_t index) {
+    static ElfW(Shdr)
+        section(std::vector<char> const& bytes, ElfW(Ehdr) const& header, std::size_t index) {
         return read<ElfW(Shdr)>(bytes, header.e_shoff + index * header.e_shentsize);
     }
 };

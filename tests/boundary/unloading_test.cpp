@@ -1,8 +1,7 @@
 #include "module/boundary_module.hpp"
 
-#include <gtest/gtest.h>
-
 #include <dlfcn.h>
+#include <gtest/gtest.h>
 
 #include <string>
 
@@ -29,8 +28,8 @@ TEST(Unloading, LeavesNothingOfTheModule) {
 TEST(Unloading, EndsTheModuleAfterItHasBeenUsed) {
     void* const handle = ::dlopen(BOUNDARY_MODULE_PATH, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(handle, nullptr) << ::dlerror();
-    auto* const entry = reinterpret_cast<boundary::entry_function*>(
-        ::dlsym(handle, boundary::entry_name));
+    auto* const entry =
+        reinterpret_cast<boundary::entry_function*>(::dlsym(handle, boundary::entry_name));
     ASSERT_NE(entry, nullptr);
     for (int index = 0; index < boundary::v2::detail::alternatives::size; ++index) {
         static_cast<void>(entry()->make_value(index));
@@ -45,8 +44,8 @@ TEST(Unloading, EndsTheModuleAfterItHasBeenUsed) {
 TEST(Unloading, LeavesTheValuesOfTheModuleUsable) {
     void* const handle = ::dlopen(BOUNDARY_MODULE_PATH, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(handle, nullptr) << ::dlerror();
-    auto* const entry = reinterpret_cast<boundary::entry_function*>(
-        ::dlsym(handle, boundary::entry_name));
+    auto* const entry =
+        reinterpret_cast<boundary::entry_function*>(::dlsym(handle, boundary::entry_name));
     ASSERT_NE(entry, nullptr);
     boundary::v2::io_value const text = entry()->make_value(15);
     boundary::v2::io_value const nested = entry()->make_value(33);

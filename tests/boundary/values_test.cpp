@@ -158,9 +158,8 @@ TEST_F(PlainTypesAcross, ReportExhaustedMemoryOfTheModule) {
         test_support::allocation_failure const failure(1);
         EXPECT_THROW(static_cast<void>(backend->doubled(numbers)), std::bad_alloc);
     }
-    EXPECT_EQ(test_support::count_survived_failures([&] {
-                  static_cast<void>(backend->repeated("level", 3));
-              }),
+    EXPECT_EQ(test_support::count_survived_failures(
+                  [&] { static_cast<void>(backend->repeated("level", 3)); }),
               5); // the argument, the block and three texts
 }
 

@@ -1,6 +1,6 @@
-#include "support/allocations.hpp"
-
 #include <tavi/ioapi/v2/detail/iokern_allocator.hpp>
+
+#include "support/allocations.hpp"
 
 #include <gtest/gtest.h>
 
@@ -58,10 +58,14 @@ TEST_P(GatewayAlignment, ReachesTheAlignedOperatorsWithSizeAndAlignment) {
     EXPECT_EQ(release.alignment, alignment);
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, GatewayAlignment,
-                         ::testing::Values(std::pair{1U, 16U}, std::pair{16U, 16U},
-                                           std::pair{4095U, 16U}, std::pair{4096U, 32U},
-                                           std::pair{4096U, 16U}, std::pair{100U, 64U},
+INSTANTIATE_TEST_SUITE_P(Sizes,
+                         GatewayAlignment,
+                         ::testing::Values(std::pair{1U, 16U},
+                                           std::pair{16U, 16U},
+                                           std::pair{4095U, 16U},
+                                           std::pair{4096U, 32U},
+                                           std::pair{4096U, 16U},
+                                           std::pair{100U, 64U},
                                            std::pair{70000U, 4096U}));
 
 TEST(Gateway, GivesNullWhenMemoryIsExhausted) {

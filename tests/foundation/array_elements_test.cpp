@@ -1,8 +1,8 @@
+#include <tavi/ioapi/v2/utility/array.hpp>
+
 #include "support/allocations.hpp"
 #include "support/raw_text.hpp"
 #include "support/tracked.hpp"
-
-#include <tavi/ioapi/v2/utility/array.hpp>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "support/allocations.hpp"
-#include "support/raw_text.hpp"
-
 #include <tavi/ioapi/v2/io_value.hpp>
 #include <tavi/ioapi/v2/utility/array.hpp>
+
+#include "support/allocations.hpp"
+#include "support/raw_text.hpp"
 
 #include <gtest/gtest.h>
 

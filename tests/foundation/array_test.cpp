@@ -1,10 +1,10 @@
-#include "support/allocations.hpp"
-#include "support/raw_text.hpp"
-
 #include <tavi/ioapi/v2/io_object.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 #include <tavi/ioapi/v2/utility/array.hpp>
 #include <tavi/ioapi/v2/utility/string.hpp>
+
+#include "support/allocations.hpp"
+#include "support/raw_text.hpp"
 
 #include <gtest/gtest.h>
 
@@ -71,10 +71,24 @@ bool same_elements(array<T> const& left, std::vector<T> const& right) {
 template <class T>
 class Array : public ::testing::Test {};
 
-using element_types =
-    ::testing::Types<bool, char, signed char, unsigned char, short, unsigned short, int,
-                     unsigned int, long, unsigned long, long long, unsigned long long, float,
-                     double, utility::string, io_object, io_value, array<int>>;
+using element_types = ::testing::Types<bool,
+                                       char,
+                                       signed char,
+                                       unsigned char,
+                                       short,
+                                       unsigned short,
+                                       int,
+                                       unsigned int,
+                                       long,
+                                       unsigned long,
+                                       long long,
+                                       unsigned long long,
+                                       float,
+                                       double,
+                                       utility::string,
+                                       io_object,
+                                       io_value,
+                                       array<int>>;
 TYPED_TEST_SUITE(Array, element_types);
 
 TYPED_TEST(Array, IsEmptyWithoutABlockByDefault) {
@@ -272,9 +286,8 @@ TYPED_TEST(Array, SurvivesExhaustedMemory) {
     EXPECT_GE(test_support::count_survived_failures([] { array<TypeParam> const made(3); }), 1);
     EXPECT_GE(test_support::count_survived_failures([&] { array<TypeParam> const copy(source); }),
               1);
-    EXPECT_GE(test_support::count_survived_failures([&] {
-                  array<TypeParam> const listed(content.begin(), content.end());
-              }),
+    EXPECT_GE(test_support::count_survived_failures(
+                  [&] { array<TypeParam> const listed(content.begin(), content.end()); }),
               1);
     EXPECT_GE(test_support::count_survived_failures([&] {
                   array<TypeParam> target(1);

@@ -1,7 +1,6 @@
 #include <tavi/ioapi/v2/io_error.hpp>
 
 #include <gtest/gtest.h>
-
 #include <unistd.h>
 
 #include <cstdlib>

@@ -1,8 +1,8 @@
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/io_error.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 #include <tavi/ioapi/v2/make_object_implementation.hpp>
+
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 

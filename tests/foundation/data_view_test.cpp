@@ -1,8 +1,8 @@
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/plc_identifier.hpp>
 #include <tavi/ioapi/v2/utility/array.hpp>
 #include <tavi/ioapi/v2/utility/data_view.hpp>
+
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "support/allocations.hpp"
-#include "support/raw_text.hpp"
-
 #include <tavi/ioapi/v2/io_errc.hpp>
 #include <tavi/ioapi/v2/io_error.hpp>
 #include <tavi/ioapi/v2/io_error_category.hpp>
 #include <tavi/ioapi/v2/io_exception.hpp>
+
+#include "support/allocations.hpp"
+#include "support/raw_text.hpp"
 
 #include <gtest/gtest.h>
 
@@ -74,10 +74,18 @@ TEST_P(GenericCode, IsWhatItsExceptionSays) {
 }
 
 class UnknownCode : public ::testing::TestWithParam<int> {};
-INSTANTIATE_TEST_SUITE_P(BesideTheTable, UnknownCode,
-                         ::testing::Values(-1, -2, -9, std::numeric_limits<int>::min(),
-                                           std::numeric_limits<int>::min() + 1, 10, 11, 12345,
-                                           0x7ffffffd, 0x7ffffffe));
+INSTANTIATE_TEST_SUITE_P(BesideTheTable,
+                         UnknownCode,
+                         ::testing::Values(-1,
+                                           -2,
+                                           -9,
+                                           std::numeric_limits<int>::min(),
+                                           std::numeric_limits<int>::min() + 1,
+                                           10,
+                                           11,
+                                           12345,
+                                           0x7ffffffd,
+                                           0x7ffffffe));
 
 TEST_P(UnknownCode, HasTheEmptyMessageWithoutABlock) {
     allocation_counter const counter;

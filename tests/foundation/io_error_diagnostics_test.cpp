@@ -1,7 +1,7 @@
-#include "support/diagnostics.hpp"
-
 #include <tavi/ioapi/v2/io_error.hpp>
 #include <tavi/ioapi/v2/io_exception.hpp>
+
+#include "support/diagnostics.hpp"
 
 #include <gtest/gtest.h>
 

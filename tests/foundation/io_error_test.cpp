@@ -1,9 +1,9 @@
+#include <tavi/ioapi/v2/io_error.hpp>
+
 #include "support/allocations.hpp"
 #include "support/diagnostics.hpp"
 #include "support/object_bytes.hpp"
 #include "support/printed.hpp"
-
-#include <tavi/ioapi/v2/io_error.hpp>
 
 #include <gtest/gtest.h>
 
@@ -126,9 +126,9 @@ TEST(IoError, StandsAsCodeCategoryDiagnostics) {
     error.diagnostics_impl(diagnostics.get());
     EXPECT_EQ(test_support::field_at<int>(error, 0), -5);
     EXPECT_EQ(test_support::field_at<io_error_category const*>(error, sizeof(void*)), &category);
-    EXPECT_EQ(test_support::field_at<interfaces::io_error_diagnostics_impl*>(error,
-                                                                             2 * sizeof(void*)),
-              diagnostics.get());
+    EXPECT_EQ(
+        test_support::field_at<interfaces::io_error_diagnostics_impl*>(error, 2 * sizeof(void*)),
+        diagnostics.get());
     static_assert(sizeof(io_error) == test_support::by_word(12, 24));
 }
 

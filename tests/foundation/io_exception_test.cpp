@@ -1,8 +1,8 @@
+#include <tavi/ioapi/v2/io_exception.hpp>
+
 #include "support/allocations.hpp"
 #include "support/diagnostics.hpp"
 #include "support/object_bytes.hpp"
-
-#include <tavi/ioapi/v2/io_exception.hpp>
 
 #include <gtest/gtest.h>
 

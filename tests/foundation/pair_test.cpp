@@ -1,8 +1,8 @@
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/io_data_type.hpp>
 #include <tavi/ioapi/v2/utility/pair.hpp>
 #include <tavi/ioapi/v2/utility/string.hpp>
+
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
+#include <tavi/ioapi/v2/utility/string.hpp>
+
 #include "support/allocations.hpp"
 #include "support/raw_text.hpp"
-
-#include <tavi/ioapi/v2/utility/string.hpp>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "support/printed.hpp"
-
 #include <tavi/ioapi/v2/utility/string.hpp>
 #include <tavi/ioapi/v2/utility/string_view.hpp>
+
+#include "support/printed.hpp"
 
 #include <gtest/gtest.h>
 
@@ -27,10 +27,21 @@ struct comparison_case {
 using namespace std::string_view_literals;
 
 constexpr comparison_case comparison_cases[] = {
-    {"", "", 0},         {"", "a", -1},       {"a", "", 1},        {"ab", "abc", -1},
-    {"ab", "a", 1},      {"ab", "ab", 0},     {"ab", "ac", -1},    {"ac", "ab", 1},
-    {"b", "abc", 1},     {"B", "a", -1},      {"\x7F", "\x80", -1}, {"\xFF", "a", 1},
-    {"a\0b"sv, "a\0c"sv, -1}, {"a\0"sv, "a"sv, 1}, {"a\0b"sv, "a\0b"sv, 0},
+    {"", "", 0},
+    {"", "a", -1},
+    {"a", "", 1},
+    {"ab", "abc", -1},
+    {"ab", "a", 1},
+    {"ab", "ab", 0},
+    {"ab", "ac", -1},
+    {"ac", "ab", 1},
+    {"b", "abc", 1},
+    {"B", "a", -1},
+    {"\x7F", "\x80", -1},
+    {"\xFF", "a", 1},
+    {"a\0b"sv, "a\0c"sv, -1},
+    {"a\0"sv, "a"sv, 1},
+    {"a\0b"sv, "a\0b"sv, 0},
 };
 
 TEST(StringCompare, FollowsUnsignedBytesThenLength) {
@@ -69,14 +80,18 @@ template <class Pair>
 class TextOperators : public ::testing::Test {};
 
 // One side is ours, the other any text.
-using text_pairs =
-    ::testing::Types<std::tuple<string, string>, std::tuple<string, string_view>,
-                     std::tuple<string, std::string>, std::tuple<string, std::string_view>,
-                     std::tuple<string_view, string>, std::tuple<string_view, string_view>,
-                     std::tuple<string_view, std::string>,
-                     std::tuple<string_view, std::string_view>, std::tuple<std::string, string>,
-                     std::tuple<std::string, string_view>, std::tuple<std::string_view, string>,
-                     std::tuple<std::string_view, string_view>>;
+using text_pairs = ::testing::Types<std::tuple<string, string>,
+                                    std::tuple<string, string_view>,
+                                    std::tuple<string, std::string>,
+                                    std::tuple<string, std::string_view>,
+                                    std::tuple<string_view, string>,
+                                    std::tuple<string_view, string_view>,
+                                    std::tuple<string_view, std::string>,
+                                    std::tuple<string_view, std::string_view>,
+                                    std::tuple<std::string, string>,
+                                    std::tuple<std::string, string_view>,
+                                    std::tuple<std::string_view, string>,
+                                    std::tuple<std::string_view, string_view>>;
 TYPED_TEST_SUITE(TextOperators, text_pairs);
 
 template <class Left, class Right>

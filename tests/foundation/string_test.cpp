@@ -1,7 +1,7 @@
+#include <tavi/ioapi/v2/utility/string.hpp>
+
 #include "support/allocations.hpp"
 #include "support/raw_text.hpp"
-
-#include <tavi/ioapi/v2/utility/string.hpp>
 
 #include <gtest/gtest.h>
 
@@ -191,7 +191,8 @@ TEST_P(StringBlock, IsAlignedBySizeAndTerminator) {
     EXPECT_EQ(release.alignment, expected.alignment);
 }
 
-INSTANTIATE_TEST_SUITE_P(AtTheBound, StringBlock,
+INSTANTIATE_TEST_SUITE_P(AtTheBound,
+                         StringBlock,
                          ::testing::Values(release_case{"Empty", 0, 16}, //
                                            release_case{"One", 1, 16},
                                            release_case{"BlockOf4095", 4094, 16},

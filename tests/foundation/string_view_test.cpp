@@ -1,8 +1,8 @@
-#include "support/allocations.hpp"
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/utility/string.hpp>
 #include <tavi/ioapi/v2/utility/string_view.hpp>
+
+#include "support/allocations.hpp"
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "support/allocations.hpp"
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/detail/narrow.hpp>
 #include <tavi/ioapi/v2/utility/string.hpp>
+
+#include "support/allocations.hpp"
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 

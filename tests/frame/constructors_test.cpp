@@ -23,7 +23,7 @@ constexpr bool never_becomes = !std::is_constructible_v<To, From>;
 
 TEST(Constructors, TakeTextsForTextsSilently) {
     static_assert(becomes<char const*, utility::string>);
-    static_assert(becomes<char const (&)[6], utility::string>);
+    static_assert(becomes<char const(&)[6], utility::string>);
     static_assert(becomes<std::string, utility::string>);
     static_assert(becomes<std::string_view, utility::string>);
     static_assert(becomes<utility::string_view, utility::string>);

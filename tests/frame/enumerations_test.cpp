@@ -10,9 +10,10 @@ using namespace tavi::ioapi::v2;
 
 // Scoped, and 32 bits wide whatever its enumerators are, so that unknown numbers are legal.
 template <class Enumeration>
-constexpr bool is_open_32_bit_enumeration =
-    std::is_enum_v<Enumeration> && sizeof(Enumeration) == 4 &&
-    !std::is_convertible_v<Enumeration, int> && (Enumeration{0x7FFFFFFF} != Enumeration{0});
+constexpr bool is_open_32_bit_enumeration = std::is_enum_v<Enumeration> &&
+                                            sizeof(Enumeration) == 4 &&
+                                            !std::is_convertible_v<Enumeration, int> &&
+                                            (Enumeration{0x7FFFFFFF} != Enumeration{0});
 
 TEST(Enumerations, AreScopedWith32Bits) {
     static_assert(is_open_32_bit_enumeration<io_errc>);
@@ -36,9 +37,9 @@ TEST(Enumerations, OfNodeClassesHaveTheirNumbers) {
 
 TEST(Enumerations, OfElementKindsHaveTheirNumbers) {
     using types = io_data_type::basic_types;
-    constexpr types in_order[] = {types::empty, types::boolean, types::u8,  types::u16,
-                                  types::u32,   types::u64,     types::i8,  types::i16,
-                                  types::i32,   types::i64,     types::flt, types::dbl,
+    constexpr types in_order[] = {types::empty,  types::boolean, types::u8,  types::u16,
+                                  types::u32,    types::u64,     types::i8,  types::i16,
+                                  types::i32,    types::i64,     types::flt, types::dbl,
                                   types::string, types::object};
     for (unsigned int i = 0; i < 14; ++i) EXPECT_EQ(static_cast<unsigned int>(in_order[i]), i);
 }

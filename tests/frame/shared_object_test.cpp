@@ -1,11 +1,10 @@
-#include "support/memory_map.hpp"
-
 #include <tavi/ioapi/v2/utility/string.hpp>
 
-#include <gtest/gtest.h>
+#include "support/memory_map.hpp"
 
 #include <dlfcn.h>
 #include <elf.h>
+#include <gtest/gtest.h>
 #include <link.h>
 
 #include <string>

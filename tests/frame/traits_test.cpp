@@ -9,9 +9,8 @@ namespace {
 using namespace tavi::ioapi::v2;
 
 template <class T>
-constexpr bool moves_and_ends_without_failure =
-    std::is_nothrow_move_constructible_v<T> && std::is_nothrow_move_assignable_v<T> &&
-    std::is_nothrow_destructible_v<T>;
+constexpr bool moves_and_ends_without_failure = std::is_nothrow_move_constructible_v<T>&&
+    std::is_nothrow_move_assignable_v<T>&& std::is_nothrow_destructible_v<T>;
 
 TEST(Traits, OfWhatIsPassedByValueIsTrivial) {
     static_assert(std::is_trivially_copyable_v<utility::string_view>);
@@ -74,8 +73,7 @@ TEST(Traits, OfAbstractClassesForbidCopies) {
     static_assert(std::has_virtual_destructor_v<io_exception>);
     static_assert(
         std::has_virtual_destructor_v<interfaces::io_error_diagnostics_impl::iterator_impl>);
-    static_assert(
-        std::is_base_of_v<interfaces::object, interfaces::io_error_diagnostics_impl>);
+    static_assert(std::is_base_of_v<interfaces::object, interfaces::io_error_diagnostics_impl>);
     static_assert(std::is_base_of_v<std::runtime_error, io_exception>);
 }
 

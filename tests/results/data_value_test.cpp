@@ -1,8 +1,8 @@
+#include <tavi/ioapi/v2/io_data_value.hpp>
+
 #include "support/allocations.hpp"
 #include "support/object_bytes.hpp"
 #include "support/raw_text.hpp"
-
-#include <tavi/ioapi/v2/io_data_value.hpp>
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
+#include <tavi/ioapi/v2/plc_identifier_part.hpp>
+
 #include "support/allocations.hpp"
 #include "support/object_bytes.hpp"
 #include "support/operators.hpp"
 #include "support/printed.hpp"
 #include "support/raw_text.hpp"
-
-#include <tavi/ioapi/v2/plc_identifier_part.hpp>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -55,9 +55,17 @@ TEST(IdentifierPart, HasAZeroPayloadByDefault) {
 
 template <class T>
 class IdentifierNumber : public ::testing::Test {};
-using number_types =
-    ::testing::Types<short, unsigned short, int, unsigned int, long, unsigned long, long long,
-                     unsigned long long, std::int64_t, std::uint64_t, std::size_t>;
+using number_types = ::testing::Types<short,
+                                      unsigned short,
+                                      int,
+                                      unsigned int,
+                                      long,
+                                      unsigned long,
+                                      long long,
+                                      unsigned long long,
+                                      std::int64_t,
+                                      std::uint64_t,
+                                      std::size_t>;
 TYPED_TEST_SUITE(IdentifierNumber, number_types);
 
 TYPED_TEST(IdentifierNumber, IsMadeFromIt) {
@@ -83,15 +91,13 @@ TYPED_TEST(IdentifierNumber, KeepsTheTwosComplementOfANegativeOne) {
                   static_cast<unsigned long long>(least));
         EXPECT_TRUE(part(TypeParam{-1}) == part(-1LL));
     } else {
-        EXPECT_EQ(part(static_cast<TypeParam>(-1)).number(),
-                  std::numeric_limits<TypeParam>::max());
+        EXPECT_EQ(part(static_cast<TypeParam>(-1)).number(), std::numeric_limits<TypeParam>::max());
     }
 }
 
 TEST(IdentifierNumber, OfTheLeast64BitsHasTheHighestBitAlone) {
     EXPECT_EQ(part(std::numeric_limits<long long>::min()).number(), 0x8000000000000000ULL);
-    EXPECT_EQ(part(std::numeric_limits<unsigned long long>::max()).number(),
-              0xFFFFFFFFFFFFFFFFULL);
+    EXPECT_EQ(part(std::numeric_limits<unsigned long long>::max()).number(), 0xFFFFFFFFFFFFFFFFULL);
 }
 
 TEST(IdentifierPart, IsNotMadeFromWhatCouldBeConfused) {
@@ -110,8 +116,8 @@ TEST(IdentifierPart, IsNotMadeFromWhatCouldBeConfused) {
 
 template <class T>
 class IdentifierText : public ::testing::Test {};
-using text_types = ::testing::Types<char const*, std::string, std::string_view, utility::string,
-                                    utility::string_view>;
+using text_types = ::testing::
+    Types<char const*, std::string, std::string_view, utility::string, utility::string_view>;
 TYPED_TEST_SUITE(IdentifierText, text_types);
 
 TYPED_TEST(IdentifierText, IsMadeFromIt) {
@@ -241,7 +247,8 @@ protected:
     part source = make_part(std::get<1>(GetParam()));
     part const expected = make_part(std::get<1>(GetParam()));
 };
-INSTANTIATE_TEST_SUITE_P(AllKinds, IdentifierPartPair,
+INSTANTIATE_TEST_SUITE_P(AllKinds,
+                         IdentifierPartPair,
                          ::testing::Combine(::testing::Range(0, 4), ::testing::Range(0, 4)));
 
 TEST_P(IdentifierPartPair, IsCopyAssigned) {

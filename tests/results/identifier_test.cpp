@@ -1,9 +1,9 @@
+#include <tavi/ioapi/v2/plc_identifier.hpp>
+
 #include "support/allocations.hpp"
 #include "support/object_bytes.hpp"
 #include "support/operators.hpp"
 #include "support/printed.hpp"
-
-#include <tavi/ioapi/v2/plc_identifier.hpp>
 
 #include <gtest/gtest.h>
 
@@ -163,7 +163,8 @@ TEST_P(IdentifierPair, HasOneHashWhereItIsEqual) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Rows, IdentifierPair,
+    Rows,
+    IdentifierPair,
     ::testing::Values(
         pair_case{"Defaults", id(), id(), true, false, false},
         pair_case{"SameNumbers", id(7), id(7), true, false, false},

@@ -1,9 +1,9 @@
+#include <tavi/ioapi/v2/read_result.hpp>
+
 #include "support/allocations.hpp"
 #include "support/diagnostics.hpp"
 #include "support/object_bytes.hpp"
 #include "support/raw_text.hpp"
-
-#include <tavi/ioapi/v2/read_result.hpp>
 
 #include <gtest/gtest.h>
 
@@ -118,8 +118,7 @@ TEST_F(ReadResult, ClearsTheErrorForAValue) {
 TEST_F(ReadResult, MovesTheValueIn) {
     for (int form = 0; form < 3; ++form) {
         io_data_value data(level);
-        char const* const block =
-            test_support::block_of(*data.value().get_if<utility::string>());
+        char const* const block = test_support::block_of(*data.value().get_if<utility::string>());
         id const identifier("a");
         allocation_counter const counter;
         if (form == 0) result[0].set(std::move(data));

@@ -1,7 +1,7 @@
-#include "support/diagnostics.hpp"
-
 #include <tavi/ioapi/v2/read_result.hpp>
 #include <tavi/ioapi/v2/write_result.hpp>
+
+#include "support/diagnostics.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "support/allocations.hpp"
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/read_result.hpp>
 #include <tavi/ioapi/v2/write_result.hpp>
+
+#include "support/allocations.hpp"
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 
@@ -52,7 +52,8 @@ TYPED_TEST(ResultLimit, RefusesAResizeBeyond) {
     TypeParam result(this->few);
     auto const* const block = result.begin();
     allocation_counter const counter;
-    for (unsigned int const count : {this->limit + 1, this->refused, this->refused + 1, 0xFFFFFFFFU}) {
+    for (unsigned int const count :
+         {this->limit + 1, this->refused, this->refused + 1, 0xFFFFFFFFU}) {
         EXPECT_THROW(result.resize(count), std::bad_array_new_length) << count;
     }
     EXPECT_EQ(counter.allocations(), 0U);

@@ -1,9 +1,9 @@
+#include <tavi/ioapi/v2/read_result.hpp>
+#include <tavi/ioapi/v2/write_result.hpp>
+
 #include "support/allocations.hpp"
 #include "support/object_bytes.hpp"
 #include "support/operators.hpp"
-
-#include <tavi/ioapi/v2/read_result.hpp>
-#include <tavi/ioapi/v2/write_result.hpp>
 
 #include <gtest/gtest.h>
 

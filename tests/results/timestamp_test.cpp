@@ -1,7 +1,7 @@
+#include <tavi/ioapi/v2/io_timestamp.hpp>
+
 #include "support/object_bytes.hpp"
 #include "support/printed.hpp"
-
-#include <tavi/ioapi/v2/io_timestamp.hpp>
 
 #include <gtest/gtest.h>
 
@@ -36,9 +36,18 @@ TEST(Timestamp, CountsTicks) {
 
 TEST(Timestamp, TruncatesNanosecondsTowardsTheEpoch) {
     std::pair<long long, long long> const cases[] = {
-        {0, 0},     {1, 0},   {99, 0},   {100, 1},   {199, 1},
-        {200, 2},   {-1, 0},  {-99, 0},  {-100, -1}, {-199, -1},
-        {-200, -2}, {1'700'000'000'123'456'789LL, 17'000'000'001'234'567LL},
+        {0, 0},
+        {1, 0},
+        {99, 0},
+        {100, 1},
+        {199, 1},
+        {200, 2},
+        {-1, 0},
+        {-99, 0},
+        {-100, -1},
+        {-199, -1},
+        {-200, -2},
+        {1'700'000'000'123'456'789LL, 17'000'000'001'234'567LL},
         {-1'700'000'000'123'456'789LL, -17'000'000'001'234'567LL},
     };
     for (auto const& [nanoseconds, ticks] : cases) {
@@ -80,7 +89,12 @@ TEST(Timestamp, OfNowIsThePresentTime) {
 
 TEST(Timestamp, IsOrderedByItsTicks) {
     std::pair<long long, long long> const cases[] = {
-        {1, 1}, {1, 2}, {2, 1}, {-1, 1}, {0, 0x100000000LL}, {5, 0x100000005LL},
+        {1, 1},
+        {1, 2},
+        {2, 1},
+        {-1, 1},
+        {0, 0x100000000LL},
+        {5, 0x100000005LL},
         {std::numeric_limits<long long>::min(), std::numeric_limits<long long>::max()}};
     for (auto const& [first, second] : cases) {
         io_timestamp const left(first);
@@ -99,8 +113,7 @@ TEST(Timestamp, IsNotMadeSilently) {
     static_assert(!std::is_convertible_v<int, io_timestamp>);
     static_assert(!std::is_convertible_v<system_clock::time_point, io_timestamp>);
     static_assert(std::is_constructible_v<io_timestamp, system_clock::time_point>);
-    static_assert(
-        !std::is_constructible_v<io_timestamp, std::chrono::steady_clock::time_point>);
+    static_assert(!std::is_constructible_v<io_timestamp, std::chrono::steady_clock::time_point>);
     static_assert(!std::is_convertible_v<io_timestamp, long long>);
     static_assert(!std::is_convertible_v<io_timestamp, bool>);
 }

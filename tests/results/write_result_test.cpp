@@ -1,6 +1,6 @@
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/write_result.hpp>
+
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "support/allocations.hpp"
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/io_object.hpp>
 #include <tavi/ioapi/v2/io_structure_type.hpp>
+
+#include "support/allocations.hpp"
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 
@@ -25,10 +25,10 @@ struct content;
 template <>
 struct content<io_structure_type> {
     static io_structure_type make(int n) {
-        std::string const name = "a structure whose name is long enough for a block " +
-                                 std::to_string(n);
-        return io_structure_type(name, {{"value", io_data_type::object(
-                                                      static_cast<unsigned long long>(n))}});
+        std::string const name =
+            "a structure whose name is long enough for a block " + std::to_string(n);
+        return io_structure_type(
+            name, {{"value", io_data_type::object(static_cast<unsigned long long>(n))}});
     }
     static int read(io_structure_type const& type) {
         return static_cast<int>(type.get_member("value").structure_id);

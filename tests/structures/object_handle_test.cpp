@@ -1,9 +1,9 @@
-#include "support/object_bytes.hpp"
-#include "support/operators.hpp"
-
 #include <tavi/ioapi/v2/io_object.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 #include <tavi/ioapi/v2/utility/array.hpp>
+
+#include "support/object_bytes.hpp"
+#include "support/operators.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "support/object_bytes.hpp"
-
 #include <tavi/ioapi/v2/utility/array.hpp>
 #include <tavi/ioapi/v2/utility/string.hpp>
+
+#include "support/object_bytes.hpp"
 
 namespace test_support {
 

@@ -96,8 +96,8 @@ public:
         for (unsigned int i = 0; i < result.size(); ++i) {
             auto const index = static_cast<int>(i);
             if (index < detail::alternatives::size) {
-                result.set(i, io_data_value(make_value(index), io_timestamp(1000 + index),
-                                            quality::good));
+                result.set(
+                    i, io_data_value(make_value(index), io_timestamp(1000 + index), quality::good));
             } else if (i % 3 == 0) {
                 result.set(i, detailed_error());
             } else if (i % 3 == 1) {
@@ -140,7 +140,8 @@ served_module const served;
 } // namespace
 } // namespace boundary
 
-extern "C" __attribute__((visibility("default"))) boundary::backend_module const* boundary_module_entry();
+extern "C" __attribute__((visibility("default"))) boundary::backend_module const*
+boundary_module_entry();
 
 boundary::backend_module const* boundary_module_entry() {
     return &boundary::served;

@@ -18,8 +18,8 @@ T scalar_sample() {
     } else if constexpr (std::is_same_v<T, v2::utility::string>) {
         return "level of the tank";
     } else if constexpr (std::is_same_v<T, v2::io_object>) {
-        return v2::io_object(7, {{"level", v2::io_data_type::scalar(
-                                               v2::io_data_type::basic_types::dbl)}});
+        return v2::io_object(
+            7, {{"level", v2::io_data_type::scalar(v2::io_data_type::basic_types::dbl)}});
     } else if constexpr (std::is_same_v<T, v2::io_value>) {
         return v2::utility::array<v2::io_value>::of(1, "inner");
     } else {
