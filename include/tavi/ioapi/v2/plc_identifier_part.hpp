@@ -39,8 +39,10 @@ public:
     /// A number. A negative one keeps the pattern of its two's complement in 64 bits. Truth values
     /// and characters are no numbers here.
     template <class T, if_number<T> = true>
-    plc_identifier_part(T number) noexcept
-        : kind_(plc_identifier_kind::number), number_(static_cast<unsigned long long>(number)) {}
+    plc_identifier_part(T number) noexcept : plc_identifier_part() {
+        kind_ = plc_identifier_kind::number;
+        number_ = static_cast<unsigned long long>(number);
+    }
 
     /// A copy of any text; an empty one owns a block of one byte.
     /// \throws std::bad_alloc when memory is exhausted or the text too long for 32 bits
@@ -49,8 +51,10 @@ public:
         : kind_(plc_identifier_kind::text), text_(static_cast<std::string_view>(text)) {}
 
     /// Takes over a text.
-    plc_identifier_part(utility::string&& text) noexcept
-        : kind_(plc_identifier_kind::text), text_(std::move(text)) {}
+    plc_identifier_part(utility::string&& text) noexcept : plc_identifier_part() {
+        kind_ = plc_identifier_kind::text;
+        ::new (static_cast<void*>(&text_)) utility::string(std::move(text));
+    }
 
     plc_identifier_part(std::nullptr_t) = delete;
 

@@ -25,7 +25,7 @@ constexpr unsigned int narrow_text_size(std::size_t size) {
 
 /// \return `count` as the number of elements of an owning array.
 /// \throws std::bad_array_new_length when it does not fit 32 bits
-constexpr unsigned int narrow_count(std::size_t count) {
+constexpr unsigned int narrow_count(unsigned long long count) {
     if (count > largest_size) throw std::bad_array_new_length();
     return static_cast<unsigned int>(count);
 }

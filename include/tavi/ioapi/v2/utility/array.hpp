@@ -181,7 +181,7 @@ private:
     template <class Iterator>
     static unsigned int count_between(Iterator first, Iterator last) {
         auto const distance = std::distance(first, last);
-        return distance < 1 ? 0 : detail::narrow_count(static_cast<std::size_t>(distance));
+        return distance < 1 ? 0 : detail::narrow_count(static_cast<unsigned long long>(distance));
     }
 
     struct counted {};
