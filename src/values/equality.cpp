@@ -78,18 +78,20 @@ bool equals_payload(Own const& own, io_value const& other) {
         return false;
     } else if constexpr (!is_array<Own>) {
         return equals_converted(own, other);
-    } else if (other.get_if<utility::array<io_object>>() != nullptr) {
-        return false; // no array equals one of objects, not even an empty one
-    } else if constexpr (std::is_same_v<element, io_value>) {
-        return equals_values(own, other);
     } else {
-        return other.visit([&]<class From>(From const& source) {
-            if constexpr (is_array<From>) {
-                return equals_converted_array(own, source);
-            } else {
-                return false;
-            }
-        });
+        // No array equals one of objects, not even an empty one.
+        bool const may_equal = other.get_if<utility::array<io_object>>() == nullptr;
+        if constexpr (std::is_same_v<element, io_value>) {
+            return may_equal && equals_values(own, other);
+        } else {
+            return may_equal && other.visit([&]<class From>(From const& source) {
+                if constexpr (is_array<From>) {
+                    return equals_converted_array(own, source);
+                } else {
+                    return false;
+                }
+            });
+        }
     }
 }
 

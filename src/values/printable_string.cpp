@@ -111,7 +111,10 @@ private:
         out_ += label_of<T>();
     }
 
-    void indent(unsigned int level) { out_.append(level * width_, fill_); }
+    void indent(unsigned int level) {
+        unsigned int const count = level * width_; // in 32 bits
+        out_.append(count, fill_);
+    }
 
     std::string& out_;
     char fill_;

@@ -387,23 +387,6 @@ struct layout_of<io_value> {
 
 namespace tavi::ioapi::v2 {
 
-namespace detail {
-template <class T>
-bool is_exact_conversion(io_value const& value, T const& converted) noexcept;
-}
-
-template <class T>
-T io_value::get_exact(io_error& error) const {
-    using target = detail::conversion_target<T>;
-    static_assert(target::exists, "no conversion gives a T");
-    auto converted = detail::get_as<typename target::instance>(*this, error);
-    if (error.ok() && !detail::is_exact_conversion(*this, converted)) {
-        error = io_errc::value_too_large;
-        converted = {};
-    }
-    return target::finish(std::move(converted));
-}
-
 /// Print as `printable_string` does, with its defaults.
 template <class Traits>
 std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,

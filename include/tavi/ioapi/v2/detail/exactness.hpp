@@ -3,8 +3,10 @@
 #include "../io_value.hpp"
 #include "../utility/array.hpp"
 #include "alternatives.hpp"
+#include "conversion_target.hpp"
 
 #include <type_traits>
+#include <utility>
 
 /// \file
 /// Whether a conversion has clamped or cut a number: only one from floating point to an integer
@@ -55,3 +57,19 @@ template <class T>
 }
 
 } // namespace tavi::ioapi::v2::detail
+
+namespace tavi::ioapi::v2 {
+
+template <class T>
+T io_value::get_exact(io_error& error) const {
+    using target = detail::conversion_target<T>;
+    static_assert(target::exists, "no conversion gives a T");
+    auto converted = detail::get_as<typename target::instance>(*this, error);
+    if (error.ok() && !detail::is_exact_conversion(*this, converted)) {
+        error = io_errc::value_too_large;
+        converted = {};
+    }
+    return target::finish(std::move(converted));
+}
+
+} // namespace tavi::ioapi::v2

@@ -18,6 +18,7 @@ namespace detail {
 template <class T>
 [[nodiscard]] bool identical_payloads(T const& left, T const& right) {
     if constexpr (std::is_arithmetic_v<T>) {
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison,cert-exp42-c,cert-flp37-c): as wanted
         return std::memcmp(&left, &right, sizeof(T)) == 0;
     } else {
         return left == right;
