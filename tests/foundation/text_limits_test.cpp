@@ -55,14 +55,16 @@ TEST(TextLimit, RefusesASizeBeyond32Bits) {
 }
 
 TEST(TextLimit, AsksForTheLongestText) {
+    unsigned int volatile const opaque_size = longest; // likewise
+    unsigned int const size = opaque_size;
     for (int form = 0; form < 3; ++form) {
         allocation_counter const counter;
         allocation_failure const failure(1);
         EXPECT_THROW(
             {
-                if (form == 0) string(few, longest);
-                if (form == 1) string{string_view(few, longest)};
-                if (form == 2) string{std::string_view(few, longest)};
+                if (form == 0) string(few, size);
+                if (form == 1) string{string_view(few, size)};
+                if (form == 2) string{std::string_view(few, size)};
             },
             std::bad_alloc);
         EXPECT_TRUE(failure.hit());
