@@ -2,6 +2,7 @@
 #include <tavi/ioapi/v2/utility/array.hpp>
 
 #include "support/allocations.hpp"
+#include "support/object_bytes.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +16,7 @@ namespace {
 using namespace tavi::ioapi::v2;
 using test_support::allocation_counter;
 using test_support::allocation_failure;
+using test_support::has_wide_words;
 using utility::array;
 
 template <class T>
@@ -122,8 +124,10 @@ TYPED_TEST(ArrayLimit, IsAskedOfMemory) {
     allocation_counter const counter;
     allocation_failure const failure(1);
     EXPECT_THROW(array<TypeParam> const elements(this->limit()), std::bad_alloc);
-    EXPECT_TRUE(failure.hit());
-    EXPECT_EQ(counter.allocations(), 1U);
+    // Where sizes have 32 bits, so large a block is refused before memory is asked.
+    bool const is_asked = has_wide_words;
+    EXPECT_EQ(counter.allocations(), is_asked ? 1U : 0U);
+    EXPECT_EQ(failure.hit(), is_asked);
 }
 
 template <class T>
@@ -192,7 +196,7 @@ TEST(ArrayLimit, HoldsForTheDistanceOfARange) {
     EXPECT_THROW(make_repeated<int>(std::ptrdiff_t{0x40000000}), std::bad_array_new_length);
     allocation_failure const failure(1);
     EXPECT_THROW(make_repeated<int>(std::ptrdiff_t{0x3FFFFFFF}), std::bad_alloc);
-    EXPECT_TRUE(failure.hit());
+    EXPECT_EQ(failure.hit(), has_wide_words);
 }
 
 TEST(ArrayLimit, HoldsForADistanceBeyond32Bits) {

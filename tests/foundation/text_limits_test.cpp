@@ -67,8 +67,9 @@ TEST(TextLimit, AsksForTheLongestText) {
                 if (form == 2) string{std::string_view(few, size)};
             },
             std::bad_alloc);
-        EXPECT_TRUE(failure.hit());
-        EXPECT_EQ(counter.allocations(), 1U);
+        // Where sizes have 32 bits, so large a block is refused before memory is asked.
+        EXPECT_EQ(counter.allocations(), has_wide_words ? 1U : 0U);
+        EXPECT_EQ(failure.hit(), has_wide_words);
     }
 }
 
