@@ -64,7 +64,7 @@ TYPED_TEST(ValueAcross, IsMadeThereAndEndedHere) {
 TYPED_TEST(ValueAcross, IsMadeHereAndEndedThere) {
     io_value value = this->made();
     this->backend->take_value(std::move(value));
-    EXPECT_TRUE(value.empty()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(value.empty());
 }
 
 TYPED_TEST(ValueAcross, IsCopiedThere) {
@@ -126,7 +126,7 @@ TEST_F(PlainTypesAcross, ReturnLargeBlocks) {
 TEST_F(PlainTypesAcross, GiveAwayArraysOfTexts) {
     utility::array<utility::string> texts{"a", "", "b"};
     backend->take(std::move(texts));
-    EXPECT_TRUE(texts.empty()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(texts.empty());
     backend->take(backend->repeated("x", 200));
 }
 

@@ -169,7 +169,7 @@ TYPED_TEST(Array, MoveTakesTheBlock) {
     EXPECT_EQ(counter.allocations(), 0U);
     EXPECT_EQ(target.data(), block);
     EXPECT_TRUE(same_elements(target, content));
-    EXPECT_EQ(source.data(), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(source.data(), nullptr);
     EXPECT_EQ(source.size(), 0U);
 }
 
@@ -184,7 +184,7 @@ TYPED_TEST(Array, MoveAssignmentTakesTheBlock) {
     EXPECT_GE(counter.releases(), 1U);
     EXPECT_EQ(target.data(), block);
     EXPECT_TRUE(same_elements(target, content));
-    EXPECT_EQ(source.data(), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(source.data(), nullptr);
     EXPECT_EQ(source.size(), 0U);
 }
 

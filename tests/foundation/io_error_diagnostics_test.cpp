@@ -55,16 +55,16 @@ TEST_F(ErrorWithDiagnostics, GivesThemUpWhenMovedFrom) {
     io_error const target(std::move(error));
     EXPECT_EQ(diagnostics.take_calls(), calls{});
     EXPECT_EQ(target.diagnostics_impl(), diagnostics.get());
-    EXPECT_EQ(error.diagnostics_impl(), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(error.diagnostics_impl(), nullptr);
 }
 
 TEST_F(ErrorWithDiagnostics, KeepsCodeAndCategoryWhenMovedFrom) {
     io_error target(std::move(error));
-    EXPECT_EQ(error.code(), 5); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(error.code(), 5);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
     io_error assigned;
     assigned = std::move(target);
-    EXPECT_EQ(target.code(), 5); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(target.code(), 5);
     EXPECT_EQ(&target.category(), &generic_io_error_category());
     EXPECT_EQ(target.diagnostics_impl(), nullptr);
     EXPECT_EQ(assigned.code(), 5);
@@ -107,7 +107,7 @@ TEST_F(ErrorWithDiagnostics, DropsThemForThoseOfAMovedSource) {
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
     EXPECT_EQ(others.take_calls(), calls{});
     EXPECT_EQ(error.diagnostics_impl(), others.get());
-    EXPECT_EQ(source.diagnostics_impl(), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(source.diagnostics_impl(), nullptr);
     EXPECT_EQ(others.others(), 1U);
 }
 
@@ -163,7 +163,7 @@ TEST_F(ErrorWithDiagnostics, SurvivesAttachingWhatItHolds) {
 TEST_F(ErrorWithDiagnostics, MovesThemIntoAnException) {
     {
         io_exception const exception(std::move(error));
-        EXPECT_EQ(error.diagnostics_impl(), nullptr); // NOLINT(bugprone-use-after-move)
+        EXPECT_EQ(error.diagnostics_impl(), nullptr);
         EXPECT_EQ(exception.error().diagnostics_impl(), diagnostics.get());
         EXPECT_EQ(diagnostics.take_calls(), calls{});
         EXPECT_EQ(diagnostics.others(), 1U);

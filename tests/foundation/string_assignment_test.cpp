@@ -163,7 +163,7 @@ TEST(StringMoveAssignment, TakesTheBlockAndReleasesItsOwn) {
     EXPECT_EQ(counter.releases(), 1U);
     EXPECT_EQ(block_of(target), block);
     EXPECT_EQ(target.size(), 5U);
-    EXPECT_EQ(block_of(source), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(block_of(source), nullptr);
     EXPECT_EQ(source.size(), 0U);
 }
 

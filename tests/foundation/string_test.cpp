@@ -155,7 +155,7 @@ TEST(StringMove, TakesTheBlock) {
     EXPECT_EQ(counter.allocations(), 0U);
     EXPECT_EQ(block_of(target), block);
     EXPECT_EQ(target.size(), 5U);
-    EXPECT_EQ(block_of(source), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(block_of(source), nullptr);
     EXPECT_EQ(source.size(), 0U);
     EXPECT_EQ(source.data(), &string::S_empty);
 }
@@ -165,7 +165,7 @@ TEST(StringMove, TakesTheBlockOfAnEmptyText) {
     char const* const block = block_of(source);
     string const target(std::move(source));
     EXPECT_EQ(block_of(target), block);
-    EXPECT_EQ(block_of(source), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(block_of(source), nullptr);
 }
 
 struct release_case {

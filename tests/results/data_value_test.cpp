@@ -160,7 +160,7 @@ TEST(DataValue, GivesItsValueForMovingOut) {
     static_assert(
         std::is_same_v<decltype(std::declval<io_data_value const>().value()), io_value const&>);
     io_value&& reference = std::move(data).value();
-    EXPECT_EQ(&reference, &data.value()); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(&reference, &data.value());
     allocation_counter const counter;
     io_value const taken(std::move(data).value());
     EXPECT_EQ(counter.allocations(), 0U);
@@ -207,7 +207,7 @@ TEST(DataValue, IsCopiedDeep) {
 TEST(DataValue, LeavesTheEmptyValueWhenMovedFrom) {
     io_data_value data("level", io_timestamp(5), quality::good);
     io_data_value const taken(std::move(data));
-    EXPECT_TRUE(data.empty()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(data.empty());
     EXPECT_EQ(text_in(taken.value()), "level");
 }
 

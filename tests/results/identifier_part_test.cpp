@@ -215,7 +215,7 @@ TEST(IdentifierPartMove, LeavesNone) {
     part number(7);
     part const taken_number(std::move(number));
     EXPECT_EQ(taken_number.number(), 7U);
-    EXPECT_TRUE(number.is_none()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(number.is_none());
 
     part text("level");
     char const* const bytes = text.text().data();
@@ -223,7 +223,7 @@ TEST(IdentifierPartMove, LeavesNone) {
     part const taken_text(std::move(text));
     EXPECT_EQ(counter.allocations(), 0U);
     EXPECT_EQ(taken_text.text().data(), bytes);
-    EXPECT_TRUE(text.is_none()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(text.is_none());
     EXPECT_EQ(text.text().data(), nullptr);
 
     part none;
@@ -260,7 +260,7 @@ TEST_P(IdentifierPartPair, IsCopyAssigned) {
 TEST_P(IdentifierPartPair, IsMoveAssigned) {
     target = std::move(source);
     EXPECT_TRUE(target == expected);
-    EXPECT_TRUE(source.is_none()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(source.is_none());
 }
 
 TEST_P(IdentifierPartPair, IsEqualExactlyWhereBothAreAlike) {

@@ -73,7 +73,7 @@ TEST(IdentifierMove, LeavesBothPartsWithoutPayload) {
     EXPECT_EQ(counter.allocations(), 0U);
     EXPECT_EQ(target.primary().text().data(), bytes);
     EXPECT_EQ(target.secondary().number(), 4U);
-    EXPECT_TRUE(source.primary().is_none()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(source.primary().is_none());
     EXPECT_TRUE(source.secondary().is_none());
     EXPECT_TRUE(source == id());
 }
@@ -92,7 +92,7 @@ TEST(IdentifierAssignment, ReplacesBothParts) {
     id taker("old", "unit");
     taker = std::move(target);
     EXPECT_TRUE(taker == source);
-    EXPECT_TRUE(target == id()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(target == id());
 }
 
 TEST(IdentifierAssignment, ToItselfChangesNothing) {

@@ -329,12 +329,12 @@ TYPED_TEST(Results, AreMovedByTheirPointer) {
     allocation_counter const counter;
     TypeParam moved(std::move(result));
     EXPECT_EQ(moved.begin(), block);
-    EXPECT_EQ(result.size(), 0U); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(result.size(), 0U);
     EXPECT_EQ(result.begin(), nullptr);
     TypeParam assigned;
     assigned = std::move(moved);
     EXPECT_EQ(assigned.begin(), block);
-    EXPECT_EQ(moved.size(), 0U); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(moved.size(), 0U);
     EXPECT_EQ(counter.allocations(), 0U);
 }
 

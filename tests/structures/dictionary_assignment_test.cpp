@@ -68,7 +68,7 @@ TEST_F(DictionaryAssignment, CopiesThePointerOfAnRvalueToo) {
     void const* const impl = impl_of(*source_);
     target() = std::move(*source_);
     EXPECT_EQ(impl_of(target()), impl);
-    EXPECT_EQ(impl_of(*source_), impl); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(impl_of(*source_), impl);
 }
 
 TEST_F(DictionaryAssignment, ReleasesAndAllocatesNothing) {

@@ -60,7 +60,7 @@ protected:
     static Handle make_null() {
         Handle handle;
         Handle const taken(std::move(handle));
-        return Handle(std::move(handle)); // NOLINT(bugprone-use-after-move)
+        return Handle(std::move(handle));
     }
 };
 
@@ -115,7 +115,7 @@ TYPED_TEST(HandleLifeCycle, MovesThePointer) {
     EXPECT_EQ(counter.allocations(), 0U);
     EXPECT_EQ(counter.releases(), 0U);
     EXPECT_EQ(impl_of(target), impl);
-    EXPECT_EQ(impl_of(source), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(impl_of(source), nullptr);
     EXPECT_EQ(this->read(target), 7);
 }
 
@@ -188,7 +188,7 @@ TYPED_TEST(HandleLifeCycle, MoveAssignsThePointer) {
     EXPECT_EQ(counter.allocations(), 0U);
     EXPECT_GE(counter.releases(), 1U);
     EXPECT_EQ(impl_of(target), impl);
-    EXPECT_EQ(impl_of(source), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(impl_of(source), nullptr);
     EXPECT_EQ(this->read(target), 7);
 }
 

@@ -141,7 +141,7 @@ TYPED_TEST(MemberIterator, MovesThePosition) {
     auto const target(std::move(source));
     EXPECT_EQ(counter.allocations(), 0U);
     EXPECT_EQ(impl_of(target), impl);
-    EXPECT_EQ(impl_of(source), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(impl_of(source), nullptr);
 }
 
 TYPED_TEST(MemberIterator, IsAssignedACopy) {
@@ -169,7 +169,7 @@ TYPED_TEST(MemberIterator, IsAssignedByMove) {
     void const* const impl = impl_of(source);
     target = std::move(source);
     EXPECT_EQ(impl_of(target), impl);
-    EXPECT_EQ(impl_of(source), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(impl_of(source), nullptr);
 }
 
 TYPED_TEST(MemberIterator, StaysAsItIsAssignedToItself) {
@@ -195,7 +195,7 @@ TYPED_TEST(MemberIterator, StaysNullInACopyOfANullOne) {
     auto const container = this->make({"a"});
     auto null = container.begin();
     auto const taken(std::move(null));
-    auto const copy(null); // NOLINT(bugprone-use-after-move)
+    auto const copy(null);
     EXPECT_EQ(impl_of(copy), nullptr);
     auto target = container.begin();
     target = null;
@@ -231,11 +231,11 @@ TYPED_TEST(MemberIterator, EqualsANullOneOnlyWhereBothAreNull) {
     auto first = container.begin();
     auto second = container.begin();
     auto const taken(std::move(first));
-    EXPECT_FALSE(first == second); // NOLINT(bugprone-use-after-move)
+    EXPECT_FALSE(first == second);
     EXPECT_FALSE(second == first);
     EXPECT_TRUE(first != second);
     auto const also_taken(std::move(second));
-    EXPECT_TRUE(first == second); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(first == second);
     EXPECT_FALSE(first != second);
     EXPECT_TRUE(taken == also_taken);
 }
