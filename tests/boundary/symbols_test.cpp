@@ -69,7 +69,10 @@ TEST_F(ModuleSymbols, AskForTheRevisionOfTheLibrary) {
 
 TEST_F(ModuleSymbols, DefineNothingOfTheLibrary) {
     for (auto const& [name, defined, binding] : symbols) {
-        bool const ours = name.find("4tavi5ioapi2v2") != std::string::npos;
+        // Of the standard library's templates, those over our types are the module's own.
+        bool const ours = name.find("4tavi5ioapi2v2") != std::string::npos &&
+                          name.rfind("_ZSt", 0) != 0 && name.rfind("_ZNSt", 0) != 0 &&
+                          name.rfind("_ZNKSt", 0) != 0;
         EXPECT_FALSE(ours && defined) << name;
     }
 }

@@ -14,6 +14,13 @@ namespace {
 using tavi::ioapi::v2::utility::string;
 using test_support::protection_of;
 
+// The address sanitizer of clang counts the guard behind an object to its size.
+#if defined(__clang__) && defined(__has_feature)
+constexpr bool padded = __has_feature(address_sanitizer);
+#else
+constexpr bool padded = false;
+#endif
+
 class SharedObject : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -62,7 +69,7 @@ TEST_F(SharedObject, ExportsItsRevision) {
     auto const revision = find("__tavi_ioapi_library_revision_0_5");
     ASSERT_NE(revision.address, nullptr);
     EXPECT_EQ(revision.type, STT_OBJECT);
-    EXPECT_EQ(revision.size, 2U);
+    EXPECT_TRUE(revision.size == 2 || (padded && revision.size > 2)) << revision.size;
     EXPECT_EQ(revision.address[0], 0);
     EXPECT_EQ(revision.address[1], 0);
     EXPECT_EQ(protection_of(revision.address).substr(0, 2), "rw");
@@ -71,7 +78,7 @@ TEST_F(SharedObject, ExportsItsRevision) {
 TEST_F(SharedObject, ExportsTheEmptyTextInReadOnlyMemory) {
     auto const empty = find("_ZN4tavi5ioapi2v27utility6string7S_emptyE");
     ASSERT_NE(empty.address, nullptr);
-    EXPECT_EQ(empty.size, 1U);
+    EXPECT_TRUE(empty.size == 1 || (padded && empty.size > 1)) << empty.size;
     EXPECT_EQ(*empty.address, 0);
     EXPECT_EQ(protection_of(empty.address).substr(0, 2), "r-");
 }

@@ -12,6 +12,11 @@ template <class T>
 constexpr bool moves_and_ends_without_failure = std::is_nothrow_move_constructible_v<T>&&
     std::is_nothrow_move_assignable_v<T>&& std::is_nothrow_destructible_v<T>;
 
+// Asked of the operation itself: the trait would ask for the destructor as well.
+template <class T>
+constexpr bool moves_into_place_without_failure = noexcept(::new (static_cast<void*>(nullptr))
+                                                               T(std::declval<T>()));
+
 TEST(Traits, OfWhatIsPassedByValueIsTrivial) {
     static_assert(std::is_trivially_copyable_v<utility::string_view>);
     static_assert(std::is_trivially_copyable_v<utility::data_view<int const>>);
@@ -53,12 +58,9 @@ TEST(Traits, OfWhatHoldsAValueMayFail) {
 }
 
 TEST(Traits, OfArraysOfValuesMoveTheirPointerWithoutFailure) {
-    // Asked of the operation itself: the trait would ask for the destructor as well.
     using values = utility::array<io_value>;
-    alignas(values) unsigned char place[sizeof(values)];
-    static_assert(noexcept(::new (static_cast<void*>(place)) values(std::declval<values>())));
+    static_assert(moves_into_place_without_failure<values>);
     static_assert(!std::is_nothrow_move_assignable_v<values>);
-    static_cast<void>(place);
 }
 
 TEST(Traits, OfAbstractClassesForbidCopies) {
