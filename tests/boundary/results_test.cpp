@@ -48,8 +48,8 @@ TEST_F(ResultAcross, IsFilledWithErrorsOfEveryKind) {
         } else {
             EXPECT_EQ(&error.category(), &backend->category());
             EXPECT_EQ(error.code(), i % 3 == 0 ? 12 : 13);
-            ASSERT_NE(error.diagnostics_impl(), nullptr);
-            EXPECT_EQ(*error.diagnostics_impl()->get("device_code").get_if<int>(),
+            ASSERT_NE(error.diagnostics().impl(), nullptr);
+            EXPECT_EQ(*error.diagnostics().impl()->get("device_code").get_if<int>(),
                       100 * error.code());
         }
     }
@@ -62,7 +62,7 @@ TEST_F(ResultAcross, IsFilledOverWhatTheHostHasStored) {
         read_result result = asked();
         for (unsigned int i = 0; i < result.size(); ++i) {
             io_error error(io_errc::todo);
-            error.diagnostics_impl(diagnostics.get());
+            error.diagnostics(io_error_diagnostics(diagnostics.get()));
             result.set(i, std::move(error));
         }
         EXPECT_EQ(diagnostics.others(), result.size());

@@ -321,9 +321,9 @@ TEST(ArrayDefaults, AreTextsWithoutABlock) {
 
 TEST(ArrayDefaults, AreEmptyValues) {
     allocation_counter const counter;
-    array<io_value> const values(3);
+    array<io_value> const elements(3);
     EXPECT_EQ(counter.allocations(), 1U);
-    for (auto const& value : values) {
+    for (auto const& value : elements) {
         EXPECT_EQ(value.index(), 0);
         EXPECT_EQ(value.data_type(), io_data_type());
     }
@@ -359,11 +359,11 @@ TEST(ArrayList, HoldsTheListedElements) {
 }
 
 TEST(ArrayOf, ConvertsEachArgument) {
-    auto const values = array<io_value>::of(1, "level", true);
-    ASSERT_EQ(values.size(), 3U);
-    EXPECT_NE(values[0].get_if<int>(), nullptr);
-    EXPECT_NE(values[1].get_if<utility::string>(), nullptr);
-    EXPECT_NE(values[2].get_if<bool>(), nullptr);
+    auto const elements = array<io_value>::of(1, "level", true);
+    ASSERT_EQ(elements.size(), 3U);
+    EXPECT_NE(elements[0].get_if<int>(), nullptr);
+    EXPECT_NE(elements[1].get_if<utility::string>(), nullptr);
+    EXPECT_NE(elements[2].get_if<bool>(), nullptr);
     EXPECT_EQ(array<utility::string>::of("a", std::string("b")).size(), 2U);
 }
 

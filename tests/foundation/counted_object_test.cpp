@@ -140,7 +140,7 @@ TEST(CountedObject, LosesNoReferenceBetweenThreads) {
     std::atomic<int> destroyed{0};
     auto* const object = new listed_diagnostics({}, destroyed);
     io_error error(io_errc::no_result);
-    error.diagnostics_impl(object);
+    error.diagnostics(io_error_diagnostics(object));
     object->release();
     auto const copy_often = [&error] {
         for (int i = 0; i < 500; ++i) {
@@ -208,9 +208,9 @@ TEST_F(DiagnosticsInterface, GivesAnEntryOfKeyThenValue) {
 
 TEST_F(DiagnosticsInterface, IsReachedThroughAnError) {
     io_error error(io_errc::no_result);
-    error.diagnostics_impl(diagnostics);
-    EXPECT_EQ(error.diagnostics_impl()->size(), 2U);
-    EXPECT_EQ(*error.diagnostics_impl()->get("operation").get_if<utility::string>(), "read");
+    error.diagnostics(io_error_diagnostics(diagnostics));
+    EXPECT_EQ(error.diagnostics().impl()->size(), 2U);
+    EXPECT_EQ(*error.diagnostics().impl()->get("operation").get_if<utility::string>(), "read");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <tavi/ioapi/v2/io_error_category.hpp>
 #include <tavi/ioapi/v2/io_exception.hpp>
 
+#include "pump_category.hpp"
 #include "support/allocations.hpp"
 #include "support/raw_text.hpp"
 
@@ -15,6 +16,7 @@
 namespace {
 
 using namespace tavi::ioapi::v2;
+using foundation_test::pump_category;
 using test_support::allocation_counter;
 using test_support::block_of;
 
@@ -65,7 +67,7 @@ TEST_P(GenericCode, IsCarriedByAMadeError) {
     io_error const error = make_io_error(GetParam().name);
     EXPECT_EQ(error.code(), GetParam().value);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
-    EXPECT_EQ(error.diagnostics_impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().impl(), nullptr);
     EXPECT_EQ(error.message(), GetParam().message);
 }
 
@@ -123,14 +125,6 @@ TEST(GenericCategory, FailsOnlyByExhaustedMemory) {
                   [] { static_cast<void>(generic_io_error_category().message(3)); }),
               1);
 }
-
-class pump_category final : public io_error_category {
-public:
-    char const* name() const override { return "pump"; }
-    utility::string message(int code) const override {
-        return code == 5 ? "blocked" : utility::string();
-    }
-};
 
 TEST(OwnCategory, SpeaksThroughItsErrors) {
     pump_category const category;

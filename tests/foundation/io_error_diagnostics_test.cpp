@@ -25,7 +25,7 @@ io_error& same(io_error& error) {
 class ErrorWithDiagnostics : public ::testing::Test {
 protected:
     ErrorWithDiagnostics() : error(io_errc::no_result) {
-        error.diagnostics_impl(diagnostics.get());
+        error.diagnostics(io_error_diagnostics(diagnostics.get()));
         diagnostics.take_calls();
     }
 
@@ -35,27 +35,28 @@ protected:
 
 TEST_F(ErrorWithDiagnostics, HoldsOneReference) {
     EXPECT_EQ(diagnostics.others(), 1U);
-    EXPECT_EQ(error.diagnostics_impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
 }
 
 TEST_F(ErrorWithDiagnostics, SharesThemWithItsCopy) {
     {
         io_error const copy(error);
         EXPECT_EQ(diagnostics.take_calls(), (calls{"add_ref"}));
-        EXPECT_EQ(copy.diagnostics_impl(), diagnostics.get());
+        EXPECT_EQ(copy.diagnostics().impl(), diagnostics.get());
         EXPECT_EQ(copy, error);
         EXPECT_EQ(diagnostics.others(), 2U);
+        diagnostics.take_calls();
     }
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
-    EXPECT_EQ(error.diagnostics_impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
     EXPECT_EQ(diagnostics.others(), 1U);
 }
 
 TEST_F(ErrorWithDiagnostics, GivesThemUpWhenMovedFrom) {
     io_error const target(std::move(error));
     EXPECT_EQ(diagnostics.take_calls(), calls{});
-    EXPECT_EQ(target.diagnostics_impl(), diagnostics.get());
-    EXPECT_EQ(error.diagnostics_impl(), nullptr);
+    EXPECT_EQ(target.diagnostics().impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().impl(), nullptr);
 }
 
 TEST_F(ErrorWithDiagnostics, KeepsCodeAndCategoryWhenMovedFrom) {
@@ -66,7 +67,7 @@ TEST_F(ErrorWithDiagnostics, KeepsCodeAndCategoryWhenMovedFrom) {
     assigned = std::move(target);
     EXPECT_EQ(target.code(), 5);
     EXPECT_EQ(&target.category(), &generic_io_error_category());
-    EXPECT_EQ(target.diagnostics_impl(), nullptr);
+    EXPECT_EQ(target.diagnostics().impl(), nullptr);
     EXPECT_EQ(assigned.code(), 5);
     EXPECT_EQ(diagnostics.take_calls(), calls{});
 }
@@ -76,45 +77,45 @@ TEST_F(ErrorWithDiagnostics, SharesThemWithATargetOfAssignment) {
     target = error;
     EXPECT_EQ(diagnostics.take_calls(), (calls{"add_ref"}));
     EXPECT_EQ(target, error);
-    EXPECT_EQ(target.diagnostics_impl(), diagnostics.get());
+    EXPECT_EQ(target.diagnostics().impl(), diagnostics.get());
 }
 
 TEST_F(ErrorWithDiagnostics, DropsThemForThoseOfTheSource) {
     watched_diagnostics others;
     io_error source(io_errc::todo);
-    source.diagnostics_impl(others.get());
+    source.diagnostics(io_error_diagnostics(others.get()));
     others.take_calls();
     error = source;
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
     EXPECT_EQ(others.take_calls(), (calls{"add_ref"}));
     EXPECT_EQ(error.code(), 0x7fffffff);
-    EXPECT_EQ(error.diagnostics_impl(), others.get());
+    EXPECT_EQ(error.diagnostics().impl(), others.get());
 }
 
 TEST_F(ErrorWithDiagnostics, DropsThemForASourceWithoutAny) {
     error = io_error();
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
-    EXPECT_EQ(error.diagnostics_impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().impl(), nullptr);
     EXPECT_EQ(error.code(), 0);
 }
 
 TEST_F(ErrorWithDiagnostics, DropsThemForThoseOfAMovedSource) {
     watched_diagnostics others;
     io_error source(io_errc::todo);
-    source.diagnostics_impl(others.get());
+    source.diagnostics(io_error_diagnostics(others.get()));
     others.take_calls();
     error = std::move(source);
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
     EXPECT_EQ(others.take_calls(), calls{});
-    EXPECT_EQ(error.diagnostics_impl(), others.get());
-    EXPECT_EQ(source.diagnostics_impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().impl(), others.get());
+    EXPECT_EQ(source.diagnostics().impl(), nullptr);
     EXPECT_EQ(others.others(), 1U);
 }
 
 TEST_F(ErrorWithDiagnostics, ReleasesBeforeItAddsWhenAssignedToItself) {
     error = same(error); // the test's own reference keeps them alive in between
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release", "add_ref"}));
-    EXPECT_EQ(error.diagnostics_impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
     EXPECT_EQ(error.code(), 5);
 }
 
@@ -129,7 +130,7 @@ TEST_F(ErrorWithDiagnostics, ReleasesBeforeItAddsWhenBothShareThem) {
 TEST_F(ErrorWithDiagnostics, EndsWithoutThemWhenMovedToItself) {
     error = std::move(same(error));
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
-    EXPECT_EQ(error.diagnostics_impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().impl(), nullptr);
     EXPECT_EQ(error.code(), 5);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
 }
@@ -145,36 +146,37 @@ TEST_F(ErrorWithDiagnostics, ReleasesThemAtItsEnd) {
 
 TEST_F(ErrorWithDiagnostics, ReplacesThemByOthers) {
     watched_diagnostics others;
-    error.diagnostics_impl(others.get());
+    error.diagnostics(io_error_diagnostics(others.get()));
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
     EXPECT_EQ(others.take_calls(), (calls{"add_ref"}));
-    error.diagnostics_impl(nullptr);
+    error.diagnostics(io_error_diagnostics(nullptr));
     EXPECT_EQ(others.take_calls(), (calls{"release"}));
-    EXPECT_EQ(error.diagnostics_impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().impl(), nullptr);
     EXPECT_EQ(error.code(), 5);
 }
 
 TEST_F(ErrorWithDiagnostics, SurvivesAttachingWhatItHolds) {
-    error.diagnostics_impl(error.diagnostics_impl());
+    error.diagnostics(io_error_diagnostics(error.diagnostics().impl()));
     EXPECT_EQ(diagnostics.others(), 1U);
-    EXPECT_EQ(error.diagnostics_impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
 }
 
 TEST_F(ErrorWithDiagnostics, MovesThemIntoAnException) {
     {
         io_exception const exception(std::move(error));
-        EXPECT_EQ(error.diagnostics_impl(), nullptr);
-        EXPECT_EQ(exception.error().diagnostics_impl(), diagnostics.get());
         EXPECT_EQ(diagnostics.take_calls(), calls{});
+        EXPECT_EQ(error.diagnostics().impl(), nullptr);
+        EXPECT_EQ(exception.error().diagnostics().impl(), diagnostics.get());
         EXPECT_EQ(diagnostics.others(), 1U);
+        diagnostics.take_calls();
     }
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
 }
 
 TEST_F(ErrorWithDiagnostics, SharesThemWithAnExceptionMadeFromACopy) {
     io_exception const exception(error);
-    EXPECT_EQ(error.diagnostics_impl(), diagnostics.get());
     EXPECT_EQ(diagnostics.take_calls(), (calls{"add_ref"}));
+    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
     EXPECT_EQ(diagnostics.others(), 2U);
 }
 
@@ -183,8 +185,9 @@ TEST_F(ErrorWithDiagnostics, SharesThemWithCopiesOfAnException) {
     diagnostics.take_calls();
     {
         io_exception const copy(exception);
-        EXPECT_EQ(copy.error().diagnostics_impl(), diagnostics.get());
         EXPECT_EQ(diagnostics.take_calls(), (calls{"add_ref"}));
+        EXPECT_EQ(copy.error().diagnostics().impl(), diagnostics.get());
+        diagnostics.take_calls();
     }
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
 }
@@ -194,7 +197,7 @@ TEST(ErrorDiagnostics, AreDestroyedWithTheLastRecord) {
     auto* const diagnostics = new logged_diagnostics(log);
     {
         io_error first(io_errc::no_result);
-        first.diagnostics_impl(diagnostics);
+        first.diagnostics(io_error_diagnostics(diagnostics));
         diagnostics->release();
         log->clear();
         io_error const second(first);

@@ -1,5 +1,6 @@
 #include <tavi/ioapi/v2/io_error.hpp>
 
+#include "pump_category.hpp"
 #include "support/allocations.hpp"
 #include "support/diagnostics.hpp"
 #include "support/object_bytes.hpp"
@@ -15,21 +16,14 @@
 namespace {
 
 using namespace tavi::ioapi::v2;
+using foundation_test::pump_category;
 using test_support::watched_diagnostics;
-
-class pump_category final : public io_error_category {
-public:
-    char const* name() const override { return "pump"; }
-    utility::string message(int code) const override {
-        return code == 5 ? utility::string("blocked") : utility::string();
-    }
-};
 
 TEST(IoError, SaysSuccessByDefault) {
     io_error const error;
     EXPECT_EQ(error.code(), 0);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
-    EXPECT_EQ(error.diagnostics_impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().impl(), nullptr);
     EXPECT_TRUE(error.ok());
     EXPECT_FALSE(error.failed());
     EXPECT_FALSE(static_cast<bool>(error));
@@ -51,7 +45,7 @@ TEST(IoError, KeepsAnyNumberOfACategory) {
         io_error const error(category, code);
         EXPECT_EQ(error.code(), code);
         EXPECT_EQ(&error.category(), &category);
-        EXPECT_EQ(error.diagnostics_impl(), nullptr);
+        EXPECT_EQ(error.diagnostics().impl(), nullptr);
         EXPECT_EQ(error.ok(), code == 0);
     }
 }
@@ -79,7 +73,7 @@ TEST(IoError, IsEqualByCodeAndCategory) {
 TEST(IoError, IsEqualWhateverItsDiagnosticsAre) {
     watched_diagnostics const diagnostics;
     io_error detailed(io_errc::no_result);
-    detailed.diagnostics_impl(diagnostics.get());
+    detailed.diagnostics(io_error_diagnostics(diagnostics.get()));
     EXPECT_TRUE(detailed == io_error(io_errc::no_result));
 }
 
@@ -87,12 +81,12 @@ TEST(IoErrorReset, GivesSuccessOfTheGenericCategory) {
     pump_category const category;
     watched_diagnostics diagnostics;
     io_error error(category, 5);
-    error.diagnostics_impl(diagnostics.get());
+    error.diagnostics(io_error_diagnostics(diagnostics.get()));
     diagnostics.take_calls();
     error.reset();
     EXPECT_EQ(error.code(), 0);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
-    EXPECT_EQ(error.diagnostics_impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().impl(), nullptr);
     EXPECT_EQ(diagnostics.take_calls(), (std::vector<std::string>{"release"}));
     EXPECT_EQ(diagnostics.others(), 0U);
 }
@@ -107,7 +101,7 @@ TEST(IoErrorReset, IsHarmlessWithoutDiagnostics) {
 TEST(IoError, NeverAllocates) {
     watched_diagnostics const diagnostics;
     io_error source(io_errc::no_result);
-    source.diagnostics_impl(diagnostics.get());
+    source.diagnostics(io_error_diagnostics(diagnostics.get()));
     io_error plain(io_errc::todo);
     test_support::allocation_counter const counter;
     io_error copy(plain);
@@ -123,7 +117,7 @@ TEST(IoError, StandsAsCodeCategoryDiagnostics) {
     pump_category const category;
     watched_diagnostics const diagnostics;
     io_error error(category, -5);
-    error.diagnostics_impl(diagnostics.get());
+    error.diagnostics(io_error_diagnostics(diagnostics.get()));
     EXPECT_EQ(test_support::field_at<int>(error, 0), -5);
     EXPECT_EQ(test_support::field_at<io_error_category const*>(error, sizeof(void*)), &category);
     EXPECT_EQ(

@@ -57,19 +57,19 @@ TEST(IoException, LeavesNothingBehindWhenMemoryIsExhausted) {
 TEST(IoException, ReleasesTheDiagnosticsWhenItCannotBeMade) {
     test_support::watched_diagnostics const diagnostics;
     io_error error(io_errc::no_result);
-    error.diagnostics_impl(diagnostics.get());
+    error.diagnostics(io_error_diagnostics(diagnostics.get()));
     {
         test_support::allocation_failure const failure(1);
         EXPECT_THROW(io_exception{std::move(error)}, std::bad_alloc);
     }
-    EXPECT_EQ(error.diagnostics_impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().impl(), nullptr);
     EXPECT_EQ(diagnostics.others(), 0U);
 }
 
 TEST(IoException, HasTheFieldsOfItsErrorBehindTheBase) {
     test_support::watched_diagnostics const diagnostics;
     io_error error(io_errc::no_result);
-    error.diagnostics_impl(diagnostics.get());
+    error.diagnostics(io_error_diagnostics(diagnostics.get()));
     io_exception const exception(error);
     EXPECT_EQ(test_support::offset_of(exception, exception.error()), sizeof(std::runtime_error));
     EXPECT_EQ(test_support::field_at<int>(exception, sizeof(std::runtime_error)), 5);

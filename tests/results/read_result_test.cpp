@@ -35,7 +35,7 @@ void expect_level(read_result::result_type const& entry) {
     EXPECT_EQ(entry.value().timestamp().ticks(), 17);
     EXPECT_EQ(entry.value().quality(), quality::good);
     EXPECT_EQ(entry.error(), io_error());
-    EXPECT_EQ(entry.error().diagnostics_impl(), nullptr);
+    EXPECT_EQ(entry.error().diagnostics().impl(), nullptr);
     EXPECT_TRUE(entry.ok());
 }
 
@@ -105,9 +105,9 @@ TEST_F(ReadResult, ClearsTheValueForASuccessWithoutOne) {
 TEST_F(ReadResult, ClearsTheErrorForAValue) {
     watched_diagnostics diagnostics;
     io_error error(io_errc::not_found);
-    error.diagnostics_impl(diagnostics.get());
+    error.diagnostics(io_error_diagnostics(diagnostics.get()));
     result.set(0, std::move(error));
-    EXPECT_EQ(result[0].error().diagnostics_impl(), diagnostics.get());
+    EXPECT_EQ(result[0].error().diagnostics().impl(), diagnostics.get());
     diagnostics.take_calls();
     result.set(0, level);
     expect_level(result[0]);

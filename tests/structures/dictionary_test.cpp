@@ -2,6 +2,7 @@
 #include <tavi/ioapi/v2/io_structure_dictionary.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 
+#include "member_types.hpp"
 #include "reports.hpp"
 #include "stored.hpp"
 #include "support/allocations.hpp"
@@ -17,13 +18,12 @@
 namespace {
 
 using namespace tavi::ioapi::v2;
+using structures_test::dbl;
 using structures_test::holds;
+using structures_test::i32;
 using structures_test::reports;
 using structures_test::succeeds;
 using types = io_data_type::basic_types;
-
-constexpr auto i32 = io_data_type::scalar(types::i32);
-constexpr auto dbl = io_data_type::scalar(types::dbl);
 
 class StructureDictionary : public ::testing::Test {
 protected:

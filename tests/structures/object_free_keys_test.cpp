@@ -1,6 +1,7 @@
 #include <tavi/ioapi/v2/io_object.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 
+#include "member_types.hpp"
 #include "reports.hpp"
 #include "stored.hpp"
 
@@ -16,14 +17,13 @@ namespace {
 
 using namespace tavi::ioapi::v2;
 using namespace std::string_view_literals;
+using structures_test::dbl;
 using structures_test::holds;
 using structures_test::holds_text;
 using structures_test::is_blank;
 using structures_test::reports;
 using structures_test::succeeds;
 using types = io_data_type::basic_types;
-
-constexpr auto dbl = io_data_type::scalar(types::dbl);
 
 TEST(ObjectFreeKeys, HasNothingAtFirst) {
     io_object const object;

@@ -1,6 +1,7 @@
 #include <tavi/ioapi/v2/io_object.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 
+#include "member_types.hpp"
 #include "stored.hpp"
 
 #include <gtest/gtest.h>
@@ -17,9 +18,8 @@ namespace {
 using namespace tavi::ioapi::v2;
 using structures_test::holds;
 using structures_test::holds_text;
+using structures_test::i32;
 using types = io_data_type::basic_types;
-
-constexpr auto i32 = io_data_type::scalar(types::i32);
 
 std::vector<std::string> keys_of(io_object const& object) {
     std::vector<std::string> keys;

@@ -1,6 +1,8 @@
 #include <tavi/ioapi/v2/io_object.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 
+#include "member_types.hpp"
+
 #include <gtest/gtest.h>
 
 #include <string_view>
@@ -9,10 +11,10 @@ namespace {
 
 using namespace tavi::ioapi::v2;
 using namespace std::string_view_literals;
+using structures_test::text;
 using types = io_data_type::basic_types;
 
 constexpr auto u16 = io_data_type::scalar(types::u16);
-constexpr auto text = io_data_type::scalar(types::string);
 
 TEST(ObjectPrinting, GivesTheMembersInTheOrderOfTheirKeys) {
     io_object pump(7, {{"name", text}, {"count", u16}});

@@ -22,7 +22,7 @@ template <class Call>
     stale_category const category;
     test_support::watched_diagnostics const diagnostics;
     tavi::ioapi::v2::io_error error(category, 77);
-    error.diagnostics_impl(diagnostics.get());
+    error.diagnostics(io_error_diagnostics(diagnostics.get()));
     call(error);
     if (&error.category() != &tavi::ioapi::v2::generic_io_error_category()) {
         return ::testing::AssertionFailure() << "of category " << error.category().name();
@@ -30,7 +30,7 @@ template <class Call>
     if (error.code() != static_cast<int>(expected)) {
         return ::testing::AssertionFailure() << "code " << error.code();
     }
-    if (error.diagnostics_impl() != nullptr || diagnostics.others() != 0) {
+    if (error.diagnostics().impl() != nullptr || diagnostics.others() != 0) {
         return ::testing::AssertionFailure() << "the old diagnostics are still held";
     }
     return ::testing::AssertionSuccess();

@@ -1,5 +1,7 @@
 #include <tavi/ioapi/v2/io_structure_type.hpp>
 
+#include "member_types.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,10 +13,9 @@
 namespace {
 
 using namespace tavi::ioapi::v2;
+using structures_test::i32;
+using structures_test::reals;
 using types = io_data_type::basic_types;
-
-constexpr auto i32 = io_data_type::scalar(types::i32);
-constexpr auto reals = io_data_type::array_of(types::dbl);
 
 std::vector<std::string> names_of(io_structure_type const& type) {
     std::vector<std::string> names;

@@ -1,5 +1,6 @@
 #include <tavi/ioapi/v2/io_structure_type.hpp>
 
+#include "member_types.hpp"
 #include "support/allocations.hpp"
 #include "support/operators.hpp"
 
@@ -14,11 +15,10 @@ namespace {
 
 using namespace tavi::ioapi::v2;
 using namespace std::string_view_literals;
+using structures_test::i32;
+using structures_test::reals;
+using structures_test::text;
 using types = io_data_type::basic_types;
-
-constexpr auto i32 = io_data_type::scalar(types::i32);
-constexpr auto text = io_data_type::scalar(types::string);
-constexpr auto reals = io_data_type::array_of(types::dbl);
 
 TEST(StructureType, HasNoNameAndNoMembersByDefault) {
     io_structure_type const type;

@@ -81,11 +81,11 @@ TEST(ArrayConversionFrom, ClearsTheErrorFirst) {
             foreign_category category;
             counted_diagnostics diagnostics;
             io_error error(category, 77);
-            error.diagnostics_impl(&diagnostics);
+            error.diagnostics(io_error_diagnostics(&diagnostics));
             (void)detail::get_as<array<T>>(sample, error);
             EXPECT_NE(error.code(), 77);
             EXPECT_EQ(&error.category(), &generic_io_error_category());
-            EXPECT_EQ(error.diagnostics_impl(), nullptr);
+            EXPECT_EQ(error.diagnostics().impl(), nullptr);
             EXPECT_EQ(diagnostics.released, 1);
         }
     });

@@ -32,7 +32,7 @@ void expect_conversion(io_value const& value, any_source const& what, std::strin
     foreign_category category;
     counted_diagnostics diagnostics;
     io_error error(category, 77);
-    error.diagnostics_impl(&diagnostics);
+    error.diagnostics(io_error_diagnostics(&diagnostics));
     value_image const before = image_of(value);
 
     T const result = detail::get_as<T>(value, error);
@@ -43,7 +43,7 @@ void expect_conversion(io_value const& value, any_source const& what, std::strin
                       << static_cast<int>(expected.code);
     }
     EXPECT_EQ(&error.category(), &generic_io_error_category()) << name;
-    EXPECT_EQ(error.diagnostics_impl(), nullptr) << name;
+    EXPECT_EQ(error.diagnostics().impl(), nullptr) << name;
     EXPECT_EQ(diagnostics.released, 1) << name;
     EXPECT_EQ(image_of(value), before) << name;
 }

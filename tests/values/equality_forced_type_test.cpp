@@ -64,27 +64,28 @@ io_value stated(io_value const& value) {
     return with_type({types{99}, 7, 1, 5}, value);
 }
 
-bool same(io_value const& left, io_value const& right) {
+bool same_when_stated(io_value const& left, io_value const& right) {
     return stated(left).equals_same_type(stated(right));
 }
 
 TEST(ForcedTypePair, OfNothingAndAnythingIsEqualFromTheEmptySide) {
-    for (io_value const& other : natural_samples()) EXPECT_TRUE(same(io_value(), other)) << other;
-    EXPECT_FALSE(same(5, io_value()));
-    EXPECT_TRUE(same(0, io_value()));
-    EXPECT_TRUE(same(0.0, io_value()));
-    EXPECT_FALSE(same("", io_value()));
-    EXPECT_FALSE(same(array<int>(), io_value()));
+    for (io_value const& other : natural_samples())
+        EXPECT_TRUE(same_when_stated(io_value(), other)) << other;
+    EXPECT_FALSE(same_when_stated(5, io_value()));
+    EXPECT_TRUE(same_when_stated(0, io_value()));
+    EXPECT_TRUE(same_when_stated(0.0, io_value()));
+    EXPECT_FALSE(same_when_stated("", io_value()));
+    EXPECT_FALSE(same_when_stated(array<int>(), io_value()));
 }
 
 TEST(ForcedTypePair, OfObjectsIsNeverEqual) {
     for (io_value const& other : natural_samples()) {
-        EXPECT_FALSE(same(io_object(), other)) << other;
-        EXPECT_FALSE(same(array<io_object>(), other)) << other;
+        EXPECT_FALSE(same_when_stated(io_object(), other)) << other;
+        EXPECT_FALSE(same_when_stated(array<io_object>(), other)) << other;
         bool const is_empty = other.index() == 0;
         if (other.index() < 1 || other.index() > 14) {
-            EXPECT_EQ(same(other, io_object()), is_empty) << other;
-            EXPECT_EQ(same(other, array<io_object>()), is_empty) << other;
+            EXPECT_EQ(same_when_stated(other, io_object()), is_empty) << other;
+            EXPECT_EQ(same_when_stated(other, array<io_object>()), is_empty) << other;
         }
     }
 }
@@ -123,32 +124,32 @@ TEST(ForcedTypePair, OfArraysOfOneWidthIsComparedAsTheLeftOneIs) {
     float const one = 1.0F;
     int bits = 0;
     std::memcpy(&bits, &one, sizeof bits);
-    EXPECT_TRUE(same(array<int>{bits}, array<float>{one}));
-    EXPECT_TRUE(same(array<float>{one}, array<int>{bits}));
+    EXPECT_TRUE(same_when_stated(array<int>{bits}, array<float>{one}));
+    EXPECT_TRUE(same_when_stated(array<float>{one}, array<int>{bits}));
     int const negative_zero = -2147483647 - 1;
-    EXPECT_TRUE(same(array<float>{0.0F}, array<int>{negative_zero}));
-    EXPECT_FALSE(same(array<int>{negative_zero}, array<float>{0.0F}));
-    EXPECT_TRUE(same(array<char>{'\xC8'}, array<signed char>{-56}));
-    EXPECT_TRUE(same(array<unsigned char>{1}, array<bool>{true}));
+    EXPECT_TRUE(same_when_stated(array<float>{0.0F}, array<int>{negative_zero}));
+    EXPECT_FALSE(same_when_stated(array<int>{negative_zero}, array<float>{0.0F}));
+    EXPECT_TRUE(same_when_stated(array<char>{'\xC8'}, array<signed char>{-56}));
+    EXPECT_TRUE(same_when_stated(array<unsigned char>{1}, array<bool>{true}));
 }
 
 TEST(ForcedTypePair, OfArraysOfOtherWidthsIsEqualOnlyWithoutElements) {
-    EXPECT_FALSE(same(array<int>{0}, array<short>{0}));
-    EXPECT_FALSE(same(array<int>{0}, array<short>{0, 0}));
-    EXPECT_FALSE(same(array<short>{0, 0}, array<int>{0}));
-    EXPECT_TRUE(same(array<int>(), array<short>()));
-    EXPECT_TRUE(same(array<double>(), array<utility::string>()));
-    EXPECT_TRUE(same(array<io_value>(), array<bool>()));
-    EXPECT_FALSE(same(array<io_value>(), array<io_object>()));
-    EXPECT_FALSE(same(array<io_value>::of("a"), array<utility::string>{"a"}));
+    EXPECT_FALSE(same_when_stated(array<int>{0}, array<short>{0}));
+    EXPECT_FALSE(same_when_stated(array<int>{0}, array<short>{0, 0}));
+    EXPECT_FALSE(same_when_stated(array<short>{0, 0}, array<int>{0}));
+    EXPECT_TRUE(same_when_stated(array<int>(), array<short>()));
+    EXPECT_TRUE(same_when_stated(array<double>(), array<utility::string>()));
+    EXPECT_TRUE(same_when_stated(array<io_value>(), array<bool>()));
+    EXPECT_FALSE(same_when_stated(array<io_value>(), array<io_object>()));
+    EXPECT_FALSE(same_when_stated(array<io_value>::of("a"), array<utility::string>{"a"}));
 }
 
 TEST(ForcedTypePair, OfATextOrArrayAndAnotherKindIsUnequal) {
-    EXPECT_FALSE(same("5", 5));
-    EXPECT_FALSE(same(utility::string(), 0));
-    EXPECT_FALSE(same("", array<char>()));
-    EXPECT_FALSE(same(array<char>(), ""));
-    EXPECT_FALSE(same(array<int>{5}, 5));
+    EXPECT_FALSE(same_when_stated("5", 5));
+    EXPECT_FALSE(same_when_stated(utility::string(), 0));
+    EXPECT_FALSE(same_when_stated("", array<char>()));
+    EXPECT_FALSE(same_when_stated(array<char>(), ""));
+    EXPECT_FALSE(same_when_stated(array<int>{5}, 5));
 }
 
 } // namespace

@@ -41,7 +41,7 @@ template <class Diagnostics>
 io_error error_with(int code) {
     io_error error(own_category, code);
     auto* const diagnostics = new Diagnostics(code * 100, living);
-    error.diagnostics_impl(diagnostics);
+    error.diagnostics(io_error_diagnostics(diagnostics));
     diagnostics->release();
     return error;
 }

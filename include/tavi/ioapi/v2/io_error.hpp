@@ -2,9 +2,9 @@
 
 #include "api.hpp"
 #include "detail/data_model.hpp"
-#include "interfaces/io_error_diagnostics_impl.hpp"
 #include "io_errc.hpp"
 #include "io_error_category.hpp"
+#include "io_error_diagnostics.hpp"
 #include "utility/string.hpp"
 
 #include <cstddef>
@@ -90,17 +90,12 @@ public:
     /// True on failure, as for `std::error_code`.
     [[nodiscard]] explicit operator bool() const noexcept { return failed(); }
 
-    /// The counted object behind the diagnostics, or null. It stays this record's.
-    [[nodiscard]] interfaces::io_error_diagnostics_impl* diagnostics_impl() const noexcept {
-        return diagnostics_;
+    /// What the error can tell beyond its code; null where nothing was attached. Shares the list.
+    [[nodiscard]] io_error_diagnostics diagnostics() const noexcept {
+        return io_error_diagnostics(diagnostics_);
     }
-    /// Attach a counted object, or null, in place of the one held. The record adds a reference of
-    /// its own; the caller keeps his.
-    void diagnostics_impl(interfaces::io_error_diagnostics_impl* diagnostics) noexcept {
-        if (diagnostics != nullptr) diagnostics->add_ref();
-        drop();
-        diagnostics_ = diagnostics;
-    }
+    /// Attach a list, or null, in place of the one held; it is shared.
+    void diagnostics(io_error_diagnostics list) noexcept { std::swap(diagnostics_, list.impl_); }
 
     /// Back to success of the generic category, without diagnostics.
     void reset() noexcept {
@@ -133,25 +128,43 @@ private:
 /// \return a record of the generic category, without diagnostics.
 [[nodiscard]] TAVI_IOAPI_API io_error make_io_error(io_errc code) noexcept;
 
-/// \return the record as one line: `generic:3 incompatible type`. \throws std::bad_alloc
-[[nodiscard]] inline std::string describe(io_error const& error) {
+/// \return the record as one line, with its diagnostics where it has any:
+/// `generic:3 incompatible type {index: (u32) 4}`. Takes `io_value.hpp`. \throws std::bad_alloc
+template <class Error, std::enable_if_t<std::is_same_v<Error, io_error>, bool> = true>
+[[nodiscard]] std::string describe(Error const& error) {
     // Not std::to_string: its table of digits is bound so that a module could never be unloaded.
     char code[16];
     (void)std::snprintf(code, sizeof(code), ":%d", error.code());
     std::string line = error.category().name();
     line += code;
+    auto const append = [&line](auto const& text) { line.append(text.data(), text.size()); };
     utility::string const message = error.message();
     if (!message.empty()) {
         line += ' ';
-        line.append(message.data(), message.size());
+        append(message);
     }
+    char const* before = " {";
+    for (auto const& entry : error.diagnostics()) {
+        line += before;
+        append(entry.key);
+        line += ": ";
+        append(entry.value.printable_string());
+        before = ", ";
+    }
+    if (*before == ',') line += '}';
     return line;
 }
 
+/// The same of a code of the generic category.
+template <class Code, std::enable_if_t<std::is_same_v<Code, io_errc>, int> = 0>
+[[nodiscard]] std::string describe(Code code) {
+    return describe(io_error(code));
+}
+
 /// Print as `describe` does.
-template <class Traits>
+template <class Traits, class Error, std::enable_if_t<std::is_same_v<Error, io_error>, bool> = true>
 std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,
-                                             io_error const& error) {
+                                             Error const& error) {
     std::string const line = describe(error);
     return out << std::basic_string_view<char, Traits>(line.data(), line.size());
 }

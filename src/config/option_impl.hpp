@@ -1,0 +1,54 @@
+#pragma once
+
+#include <tavi/ioapi/v2/config/option.hpp>
+
+#include <string>
+#include <vector>
+
+namespace tavi::ioapi::v2::config {
+
+/// What an option holds.
+class option::impl {
+public:
+    TAVI_IOAPI_API impl(std::string key,
+                        std::string display_name,
+                        std::string description,
+                        io_data_type::basic_types value_type,
+                        std::vector<value_option> options);
+    TAVI_IOAPI_API impl(std::string key,
+                        std::string display_name,
+                        std::string description,
+                        io_value default_value,
+                        std::vector<value_option> options);
+    impl(impl const&) = default;
+    impl(impl&&) = delete;
+    impl& operator=(impl const& other);
+    impl& operator=(impl&&) = delete;
+    ~impl() = default;
+
+    TAVI_IOAPI_API std::string const& key() const noexcept;
+    TAVI_IOAPI_API std::string const& display_name() const noexcept;
+    TAVI_IOAPI_API std::string const& description() const noexcept;
+    TAVI_IOAPI_API io_data_type::basic_types value_type() const noexcept;
+    TAVI_IOAPI_API bool has_default_value() const noexcept;
+    TAVI_IOAPI_API io_value const& default_value() const noexcept;
+    TAVI_IOAPI_API bool optional() const noexcept;
+    TAVI_IOAPI_API utility::data_view<value_option const> options() const;
+    TAVI_IOAPI_API void options(std::vector<value_option> options);
+
+private:
+    std::string key_;
+    std::string display_name_;
+    std::string description_;
+    io_data_type::basic_types value_type_;
+    io_value default_value_;
+    bool optional_;
+    std::vector<value_option> options_;
+};
+
+/// What tells options apart.
+inline std::string_view text_of(option const& option) {
+    return option.key();
+}
+
+} // namespace tavi::ioapi::v2::config

@@ -1,0 +1,9 @@
+#pragma once
+
+/// Marks a function whose required behaviour touches an address that belongs to no object: no
+/// sanitizer reports it, and no optimisation concludes from it that the call cannot happen.
+#if defined(__clang__)
+#define TAVI_IOAPI_UNCHECKED __attribute__((noinline, no_sanitize("undefined")))
+#else
+#define TAVI_IOAPI_UNCHECKED __attribute__((noinline, no_sanitize_undefined))
+#endif
