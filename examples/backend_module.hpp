@@ -1,6 +1,7 @@
 #pragma once
 
 #include <tavi/ioapi/v2/io_error.hpp>
+#include <tavi/ioapi/v2/io_structure_dictionary.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 #include <tavi/ioapi/v2/plc_identifier.hpp>
 #include <tavi/ioapi/v2/read_result.hpp>
@@ -14,8 +15,9 @@
 /// an abstract class, the types of the library and plain words; no exception does.
 ///
 /// To grow, new operations are appended to `backend` and the entry function takes the next number
-/// in its name, so that a host tells by that name what a module can do. What a backend wants to be
-/// told stands in its settings, by name, and needs no change here.
+/// in its name, so that a host tells by that name what a module can do: 1 could read, 2 can
+/// register structures too. What a backend wants to be told stands in its settings, by name, and
+/// needs no change here.
 
 namespace example {
 
@@ -43,6 +45,19 @@ public:
     /// \param[out] error  cleared first; set when the read as a whole could not be carried out
     virtual void read(v2::read_result& result, v2::io_error& error) noexcept = 0;
 
+    /// Add the structure types of the backend's variables to the host's dictionary, and keep the
+    /// ids that it gives: the data type of a structured value names one of them.
+    ///
+    /// The host calls it between opening and the first read, since only the dictionary gives ids;
+    /// until then the entry of a structured variable has an error, and all others are read. What
+    /// was added stays when the backend is released, for its values may outlive it. Called again,
+    /// for another dictionary, it adds anew, and values read from then on name the new ids.
+    /// \param dictionary  need last no longer than this call
+    /// \param[out] error  cleared first; set when not all could be added, and then the ids that
+    ///     values name stay as they were
+    virtual void register_structures(v2::io_structure_dictionary& dictionary,
+                                     v2::io_error& error) noexcept = 0;
+
 protected:
     backend() noexcept = default;
     ~backend() = default;
@@ -60,16 +75,16 @@ struct setting {
 /// \param settings  what this backend asks for, in any order
 /// \param[out] problem  one line that says to people what prevented it
 /// \param[out] error  cleared first; set where the result is null
-extern "C" [[gnu::visibility("default")]] example::backend* example_open_backend_1(
+extern "C" [[gnu::visibility("default")]] example::backend* example_open_backend_2(
     example::v2::utility::data_view<example::setting const> settings,
     example::v2::utility::string& problem,
     example::v2::io_error& error) noexcept;
 
 namespace example {
 
-using open_backend = decltype(&example_open_backend_1);
+using open_backend = decltype(&example_open_backend_2);
 
 /// The name to look up in a module for an `open_backend`.
-inline constexpr char const* open_backend_name = "example_open_backend_1";
+inline constexpr char const* open_backend_name = "example_open_backend_2";
 
 } // namespace example

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Reads all variables of the simulated pump station, lets its clock step, reads them again, and
-# compares what comes with demo.expected, whose numbers follow from the formulas of the station.
+# Reads all variables of the simulated pump station, lets its clock step, reads them again, asks for
+# some in other ways, and compares what comes with demo.expected, whose numbers follow from the
+# formulas of the station.
 set -euo pipefail
 
 examples=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -36,26 +37,36 @@ station_pid=$station_PID
 read -r -t 60 line <&"${station[0]}" || fail "the controller does not start"
 port=${line##*:}
 
-mapfile -t names < <(awk '$1 !~ /^#/ && NF { print $1 }' "$examples/pump_station.map")
+# A variable stands outside of structures.
+mapfile -t names < <(awk '
+  $1 == "structure" { inside = 1 }
+  $1 !~ /^#/ && NF && !inside { print $1 }
+  $1 == "end" { inside = 0 }
+' "$examples/pump_station.map")
 names+=(tank3.level) # stands in no map
 
-# show TITLE: prints the table, and keeps it without the times and the padding.
+# show STATUS TITLE ARGUMENT...: prints what iohost reads, and keeps it without the times, the
+# random ids and the padding of columns. It must end with this status.
 show() {
-  local table status=0
+  local expected=$1 title=$2 table status=0
+  shift 2
   table=$("$build/iohost/iohost" --backend "$build/modbus_backend/modbus_backend.so" \
     --map "$examples/pump_station.map" --host 127.0.0.1 --port "$port" \
-    read "${names[@]}") || status=$?
-  printf '%s\n%s\n\n' "$1" "$table"
-  printf '%s\n%s\n' "$1" "$table" |
-    sed -E 's/ [0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\.[0-9]{7}Z / TIME /; s/ +/ /g' >>"$seen"
-  # Two of the variables cannot be read.
-  ((status == 1)) || fail "iohost ended with status $status, not 1"
+    read "$@") || status=$?
+  printf '%s\n%s\n\n' "$title" "$table"
+  printf '%s\n%s\n' "$title" "$table" |
+    sed -E 's/ [0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\.[0-9]{7}Z / TIME /
+      s/object<[0-9]+>/object<ID>/; s/([^ ]) +/\1 /g' >>"$seen"
+  ((status == expected)) || fail "iohost ended with status $status, not $expected"
 }
 
-show "tick 0"
+show 1 "tick 0" "${names[@]}" # two of them cannot be read
 "$build/controller/controller" --step "127.0.0.1:$port" --ticks "$ticks"
-show "tick $ticks"
+show 1 "tick $ticks" "${names[@]}"
+show 0 "tick $ticks, as text" --as 'string[]' tank.profile
+show 1 "tick $ticks, as whole numbers" --as i32 tank.level # it is none now
+show 0 "tick $ticks, at length" --print pump2.state
 
 diff -u --label expected --label seen "$examples/demo.expected" "$seen" ||
   fail "these are not the expected values"
-echo "demo: all values and the two errors are as expected"
+echo "demo: all values and the errors are as expected"

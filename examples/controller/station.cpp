@@ -2,6 +2,8 @@
 
 #include "packing.hpp"
 
+#include <span>
+
 namespace station {
 
 namespace {
@@ -25,6 +27,13 @@ void show_bits(image& shown, tick_count t) {
     shown.discretes[door_open] = t % 6 == 5;
 }
 
+void show_profile(image& shown, tick_count t) {
+    for (std::size_t chamber = 0; chamber < chamber_count; ++chamber) {
+        auto const depth = static_cast<float>(level_at(t) - static_cast<double>(chamber) / 8.0);
+        pack(shown.inputs, profile + 2 * chamber, depth, order::high_first);
+    }
+}
+
 void show_inputs(image& shown, tick_count t) {
     auto const high = order::high_first;
     auto const low = order::low_first;
@@ -40,6 +49,19 @@ void show_inputs(image& shown, tick_count t) {
     pack(shown.inputs, balance, -9'000'000'000 + std::int64_t{250} * part(1000), low);
     pack(shown.inputs, starts, static_cast<std::uint32_t>(4'000'000'000 + 10 * t), low);
     pack(shown.inputs, ticks, static_cast<std::uint32_t>(t), high);
+    show_profile(shown, t);
+}
+
+void show_pump(std::span<std::uint16_t> registers, tick_count number, bool runs, tick_count t) {
+    float const speed = runs ? 1450.0F + static_cast<float>(t % 4) / 2.0F : 0.0F;
+    registers[pump_state::runs] = runs;
+    pack(registers, pump_state::speed, speed, order::low_first);
+    pack(registers, pump_state::starts, static_cast<std::uint32_t>(1000 * number + t / 4),
+         order::high_first);
+    for (std::size_t phase = 0; phase < pump_state::phase_count; ++phase) {
+        auto const current = static_cast<std::uint16_t>(runs ? 120 + 2 * phase + t % 3 : 0);
+        registers[pump_state::currents + phase] = swapped(current);
+    }
 }
 
 void show_holdings(image& shown, tick_count t) {
@@ -53,6 +75,8 @@ void show_holdings(image& shown, tick_count t) {
     pack_text(shown.holdings, state, state_size, first_pump_runs_at(t) ? "filling" : "draining",
               low);
     pack(shown.holdings, gain, static_cast<double>(1 + t % 10) / 10.0, low);
+    show_pump(std::span(shown.holdings).subspan(pump_1), 1, first_pump_runs_at(t), t);
+    show_pump(std::span(shown.holdings).subspan(pump_2), 2, !first_pump_runs_at(t), t);
 }
 
 } // namespace

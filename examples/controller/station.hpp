@@ -42,7 +42,10 @@ inline constexpr std::size_t volume = 12;     ///< u64, l: 10^16 + 1 + 25 t, mod
 inline constexpr std::size_t balance = 16; ///< i64, l, low word first: -9 10^9 + 250 (t mod 1000)
 inline constexpr std::size_t starts = 20;  ///< u32, low word first: 4 10^9 + 10 t, modulo 2^32
 inline constexpr std::size_t ticks = 22;   ///< u32: t modulo 2^32
-inline constexpr std::size_t input_count = 24;
+/// 8 flt, m: the level in chamber i from 0 to 7, 2 + (t mod 8) / 4 - i / 8
+inline constexpr std::size_t profile = 24;
+inline constexpr std::size_t chamber_count = 8;
+inline constexpr std::size_t input_count = 40;
 /// \}
 
 /// \name Holding registers
@@ -56,9 +59,21 @@ inline constexpr std::size_t name_size = 8;
 /// Text of 4 registers with bytes swapped: "filling" while pump 1 runs, else "draining".
 inline constexpr std::size_t state = 12;
 inline constexpr std::size_t state_size = 4;
-inline constexpr std::size_t gain = 16; ///< dbl, low word first: (1 + t mod 10) / 10
-inline constexpr std::size_t holding_count = 20;
+inline constexpr std::size_t gain = 16;   ///< dbl, low word first: (1 + t mod 10) / 10
+inline constexpr std::size_t pump_1 = 20; ///< all of pump 1, see `pump_state`
+inline constexpr std::size_t pump_2 = 28;
+inline constexpr std::size_t holding_count = 36;
 /// \}
+
+/// The state of pump p, 1 or 2, in holding registers that are counted from the first of the pump. A
+/// pump that rests has no speed and draws no current.
+namespace pump_state {
+inline constexpr std::size_t runs = 0;        ///< u16: 1 while it runs, see the coils, else 0
+inline constexpr std::size_t speed = 1;       ///< flt, 1/min, low word first: 1450 + (t mod 4) / 2
+inline constexpr std::size_t starts = 3;      ///< u32: 1000 p + t / 4 rounded down, modulo 2^32
+inline constexpr std::size_t currents = 5;    ///< 3 u16, 0.1 A, bytes swapped: 120 + 2 i + t mod 3
+inline constexpr std::size_t phase_count = 3; ///< of the currents, i from 0 to 2
+} // namespace pump_state
 
 /// All that the station shows at one tick, as the protocol knows it. Bits are bytes of 0 or 1.
 struct image {

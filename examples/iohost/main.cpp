@@ -1,6 +1,9 @@
+#include "conversion.hpp"
+#include "listing.hpp"
 #include "loaded_module.hpp"
 #include "printable.hpp"
 #include "table.hpp"
+#include "type_names.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -20,8 +23,15 @@ struct options {
     std::string map;
     std::string host;
     int port = 502;
+    bool print = false;
+    std::string type;
     std::vector<std::string> names;
 };
+
+std::string unknown_type(std::string const& name) {
+    if (iohost::type_named(name)) return {};
+    return "unknown type '" + name + "', not " + iohost::known_types();
+}
 
 void declare(CLI::App& app, options& chosen) {
     app.add_option("--backend", chosen.backend, "Backend module to load")
@@ -40,6 +50,10 @@ void declare(CLI::App& app, options& chosen) {
     app.require_subcommand(1);
     auto* const read = app.add_subcommand("read", "Read variables and print them as a table");
     read->add_option("NAME", chosen.names, "Variables to read; all of the map where none is named");
+    read->add_flag("--print", chosen.print, "Print each value on lines of its own instead");
+    read->add_option("--as", chosen.type, "Convert each value to a data type first")
+        ->type_name("TYPE")
+        ->check(unknown_type);
     read->fallthrough();
     app.footer("Exit status: 0 if all went well, 1 if an entry reports an error, "
                "2 for wrong usage or set-up.");
@@ -69,11 +83,18 @@ exit_status read(options const& chosen) {
         {"map", chosen.map}, {"host", chosen.host}, {"port", chosen.port}};
     auto const backend = module.open(settings);
 
-    v2::read_result result(identifiers_to_read(*backend, chosen.names));
+    v2::io_structure_dictionary structures;
     v2::io_error error;
+    backend->register_structures(structures, error);
+    insist(error);
+    v2::read_result result(identifiers_to_read(*backend, chosen.names));
     backend->read(result, error);
     insist(error);
-    return iohost::print_table(std::cout, result) ? all_well : some_entry_failed;
+
+    if (auto const type = iohost::type_named(chosen.type)) iohost::convert_values(result, *type);
+    bool const complete = chosen.print ? iohost::print_listing(std::cout, result)
+                                       : iohost::print_table(std::cout, result, structures);
+    return complete ? all_well : some_entry_failed;
 }
 
 exit_status run(int argc, char** argv) {

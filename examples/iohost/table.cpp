@@ -1,13 +1,15 @@
 #include "table.hpp"
 
+#include "entry_name.hpp"
 #include "iso_time.hpp"
+#include "one_line.hpp"
 #include "printable.hpp"
+#include "type_names.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -19,38 +21,22 @@ namespace v2 = tavi::ioapi::v2;
 
 using row = std::array<std::string, 6>;
 
-template <class T>
-std::string text_of(T const& thing) {
-    std::ostringstream text;
-    text << thing;
-    return text.str();
-}
-
-std::string name_of(v2::plc_identifier const& identifier) {
-    auto const& primary = identifier.primary();
-    bool const is_plain_text =
-        primary.kind() == v2::plc_identifier_kind::text && identifier.secondary().is_none();
-    return printable(is_plain_text ? primary.text().str() : text_of(identifier));
-}
-
-char const* name_of(v2::io_data_value const& value) {
+char const* quality_of(v2::io_data_value const& value) {
     if (value.good()) return "good";
     return value.bad() ? "bad" : "uncertain";
 }
 
-row row_of(v2::read_result::result_type const& entry) {
+row row_of(v2::read_result::result_type const& entry, v2::io_structure_dictionary& structures) {
     std::string const name = name_of(entry.identifier());
     if (!entry.ok()) return {name, "-", "-", "-", "-", printable(describe(entry.error()))};
 
     auto const& data = entry.value();
-    v2::io_error error;
-    auto const value = data.value().as<std::string>(error);
     return {name,
-            text_of(data.value().data_type()),
-            error ? "-" : printable(value),
+            printable(name_of(data.value().data_type(), structures)),
+            one_line(data.value()),
             iso_time(data.timestamp()),
-            name_of(data),
-            error ? printable(describe(error)) : "-"};
+            quality_of(data),
+            "-"};
 }
 
 void print_row(std::ostream& out, row const& cells, std::array<std::size_t, 6> const& widths) {
@@ -62,9 +48,11 @@ void print_row(std::ostream& out, row const& cells, std::array<std::size_t, 6> c
 
 } // namespace
 
-bool print_table(std::ostream& out, v2::read_result const& result) {
+bool print_table(std::ostream& out,
+                 v2::read_result const& result,
+                 v2::io_structure_dictionary& structures) {
     std::vector<row> rows{{"identifier", "type", "value", "time", "quality", "error"}};
-    for (auto const& entry : result) rows.push_back(row_of(entry));
+    for (auto const& entry : result) rows.push_back(row_of(entry, structures));
 
     std::array<std::size_t, 6> widths{};
     for (auto const& cells : rows) {
@@ -73,8 +61,7 @@ bool print_table(std::ostream& out, v2::read_result const& result) {
         }
     }
     for (auto const& cells : rows) print_row(out, cells, widths);
-    return std::all_of(rows.begin() + 1, rows.end(),
-                       [](row const& cells) { return cells.back() == "-"; });
+    return std::all_of(result.begin(), result.end(), [](auto const& entry) { return entry.ok(); });
 }
 
 } // namespace iohost

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-example::backend* example_open_backend_1(
+example::backend* example_open_backend_2(
     example::v2::utility::data_view<example::setting const> settings,
     example::v2::utility::string& problem,
     example::v2::io_error& error) noexcept {

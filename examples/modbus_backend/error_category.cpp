@@ -24,6 +24,7 @@ char const* text_of(modbus_errc code) noexcept {
     case modbus_errc::bad_answer: return "answer not understood";
     case modbus_errc::bad_setting: return "unusable setting";
     case modbus_errc::bad_map: return "unusable map";
+    case modbus_errc::unregistered_structure: return "structure not registered with the host";
     }
     return "";
 }

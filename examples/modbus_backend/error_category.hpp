@@ -24,6 +24,7 @@ enum class modbus_errc : int {
     bad_answer = 259,
     bad_setting = 260,
     bad_map = 261,
+    unregistered_structure = 262,
 };
 
 /// \return a record of the category "modbus".

@@ -1,22 +1,15 @@
 #include "map_line.hpp"
 
-#include <charconv>
-#include <cstddef>
-#include <optional>
+#include "map_options.hpp"
+#include "map_type.hpp"
+#include "map_words.hpp"
+
+#include <span>
 #include <string_view>
-#include <system_error>
 
 namespace modbus_backend {
 
 namespace {
-
-using words = std::vector<std::string>;
-
-template <class Value>
-struct choice {
-    std::string_view name;
-    Value value;
-};
 
 constexpr choice<register_kind> kinds[] = {
     {"coil", register_kind::coil},
@@ -25,45 +18,7 @@ constexpr choice<register_kind> kinds[] = {
     {"input", register_kind::input},
 };
 
-struct shape {
-    value_type type;
-    unsigned int width;
-};
-
-// A string states its width itself.
-constexpr choice<shape> types[] = {
-    {"boolean", {value_type::boolean, 1}}, {"u16", {value_type::u16, 1}},
-    {"i16", {value_type::i16, 1}},         {"u32", {value_type::u32, 2}},
-    {"i32", {value_type::i32, 2}},         {"u64", {value_type::u64, 4}},
-    {"i64", {value_type::i64, 4}},         {"flt", {value_type::flt, 2}},
-    {"dbl", {value_type::dbl, 4}},
-};
-
-constexpr choice<part_order> orders[] = {
-    {"big", part_order::big},
-    {"little", part_order::little},
-};
-
-template <class Value, std::size_t Count>
-std::optional<Value> find(choice<Value> const (&choices)[Count], std::string_view name) {
-    for (auto const& choice : choices) {
-        if (choice.name == name) return choice.value;
-    }
-    return std::nullopt;
-}
-
-std::string quoted(std::string_view word) {
-    return "'" + std::string(word) + "'";
-}
-
-/// Decimal digits and nothing else, up to `most`.
-std::optional<unsigned int> number_in(std::string_view word, unsigned int most) {
-    unsigned int number = 0;
-    char const* const end = word.data() + word.size();
-    auto const [stop, error] = std::from_chars(word.data(), end, number);
-    if (error != std::errc() || stop != end || number > most) return std::nullopt;
-    return number;
-}
+constexpr unsigned int most_registers = most_in_a_request(register_kind::holding);
 
 register_kind kind_in(std::string_view word) {
     auto const kind = find(kinds, word);
@@ -79,81 +34,52 @@ unsigned int address_in(std::string_view word) {
     return *address;
 }
 
-shape string_in(std::string_view word) {
-    constexpr std::string_view head = "string(";
-    std::string_view const size = word.substr(head.size(), word.size() - head.size() - 1);
-    auto const width = number_in(size, most_in_a_request(register_kind::input));
-    if (!width || *width == 0) {
-        throw bad_line("string size " + quoted(size) + " is no number from 1 to 125");
-    }
-    return {value_type::string, *width};
+unsigned int offset_in(std::string_view word) {
+    auto const offset = number_in(word, most_registers - 1);
+    if (!offset) throw bad_line("offset " + quoted(word) + " is no number from 0 to 124");
+    return *offset;
 }
 
-shape type_in(std::string_view word) {
-    if (word.substr(0, 7) == "string(" && word.back() == ')') return string_in(word);
-    auto const type = find(types, word);
-    if (!type) {
-        throw bad_line("unknown type " + quoted(word) +
-                       ", not boolean, u16, i16, u32, i32, u64, i64, flt, dbl or string(N)");
-    }
-    return *type;
-}
-
-/// The order that an option sets, where the option has a meaning for the variable.
-part_order& target_of(std::string_view option, variable& described) {
-    bool const is_text = described.type == value_type::string;
-    if (option == "byte_order") {
-        if (!holds_bits(described.kind)) return described.bytes;
-    } else if (option == "word_order") {
-        if (described.width > 1 && !is_text) return described.words;
-    } else {
-        throw bad_line("unknown option " + quoted(option) + ", not byte_order or word_order");
-    }
-    throw bad_line(std::string(option) + " means nothing for this type");
-}
-
-void apply_option(std::string_view word, variable& described) {
-    auto const equals = word.find('=');
-    if (equals == std::string_view::npos) {
-        throw bad_line("option " + quoted(word) + " is not NAME=VALUE");
-    }
-    std::string_view const value = word.substr(equals + 1);
-    part_order& target = target_of(word.substr(0, equals), described);
-    auto const order = find(orders, value);
-    if (!order) throw bad_line("unknown order " + quoted(value) + ", not big or little");
-    target = *order;
-}
-
-void apply_options(words const& line, variable& described) {
-    for (std::size_t i = 4; i < line.size(); ++i) {
-        for (std::size_t earlier = 4; earlier < i; ++earlier) {
-            if (line[i].substr(0, line[i].find('=')) ==
-                line[earlier].substr(0, line[earlier].find('='))) {
-                throw bad_line("option " + quoted(line[i]) + " comes a second time");
-            }
-        }
-        apply_option(line[i], described);
+// An array of bits cannot be stated too wide.
+void require_one_request(std::string const& what, register_kind kind, unsigned int width) {
+    if (width > most_in_a_request(kind)) {
+        throw bad_line(what + " takes " + std::to_string(width) +
+                       " registers, and one request gives no more than 125");
     }
 }
 
 } // namespace
 
-variable variable_in(std::vector<std::string> const& line) {
+variable variable_in(std::vector<std::string> const& line, structure_list const& structures) {
     if (line.size() < 4) throw bad_line("expected NAME KIND ADDRESS TYPE [OPTION...]");
     variable described;
     described.name = line[0];
     described.kind = kind_in(line[1]);
     described.address = address_in(line[2]);
-    auto const [type, width] = type_in(line[3]);
-    described.type = type;
-    described.width = width;
-    if (holds_bits(described.kind) != (type == value_type::boolean)) {
+    described.type = type_in(line[3], structures);
+    if (holds_bits(described.kind) != (described.type.element == value_type::boolean)) {
         throw bad_line(quoted(line[3]) + " does not fit into kind " + quoted(line[1]));
     }
-    if (described.address + width > address_end) {
+    require_one_request(quoted(line[3]), described.kind, described.type.width());
+    if (described.address + described.type.width() > address_end) {
         throw bad_line("reaches beyond the last address, 65535");
     }
-    apply_options(line, described);
+    apply_options(std::span(line).subspan(4), described.type);
+    return described;
+}
+
+member member_in(std::vector<std::string> const& line, structure_list const& structures) {
+    if (line.size() < 3) throw bad_line("expected MEMBER OFFSET TYPE [OPTION...]");
+    member described;
+    described.name = line[0];
+    described.offset = offset_in(line[1]);
+    described.type = type_in(line[2], structures);
+    if (described.type.element == value_type::boolean || described.type.members != nullptr) {
+        throw bad_line(quoted(line[2]) + " does not fit into a structure");
+    }
+    require_one_request("the structure", register_kind::holding,
+                        described.offset + described.type.width());
+    apply_options(std::span(line).subspan(3), described.type);
     return described;
 }
 

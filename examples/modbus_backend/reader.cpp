@@ -21,6 +21,14 @@ void store(wanted_variable const& member,
                v2::io_data_value(std::move(value), time, quality::good));
 }
 
+/// What belongs to one member of the answer to a request.
+template <class Part>
+std::span<Part const> part_of(std::span<Part> answer,
+                              request const& wanted,
+                              wanted_variable const& member) {
+    return answer.subspan(member.what->address - wanted.first, member.what->type.width());
+}
+
 v2::io_error read_bits(request const& wanted, register_source& source, v2::read_result& result) {
     std::array<std::uint8_t, most_in_a_request(register_kind::coil)> buffer{};
     auto const bits = std::span(buffer).first(wanted.count);
@@ -29,8 +37,7 @@ v2::io_error read_bits(request const& wanted, register_source& source, v2::read_
 
     auto const time = v2::io_timestamp::now();
     for (auto const& member : wanted.members) {
-        bool const bit = bits[member.what->address - wanted.first] != 0;
-        store(member, bit, time, result);
+        store(member, decode(member.what->type, part_of(bits, wanted, member)), time, result);
     }
     return error;
 }
@@ -45,9 +52,7 @@ v2::io_error read_registers(request const& wanted,
 
     auto const time = v2::io_timestamp::now();
     for (auto const& member : wanted.members) {
-        variable const& described = *member.what;
-        auto const own = registers.subspan(described.address - wanted.first, described.width);
-        store(member, decode(described, own), time, result);
+        store(member, decode(member.what->type, part_of(registers, wanted, member)), time, result);
     }
     return error;
 }

@@ -8,11 +8,11 @@ namespace modbus_backend {
 namespace {
 
 unsigned int end_of(variable const& described) {
-    return described.address + described.width;
+    return described.address + described.type.width();
 }
 
 request request_for(wanted_variable const& wanted) {
-    return {wanted.what->kind, wanted.what->address, wanted.what->width, {wanted}};
+    return {wanted.what->kind, wanted.what->address, wanted.what->type.width(), {wanted}};
 }
 
 /// \return whether there was room.

@@ -4,6 +4,7 @@
 #include "reader.hpp"
 #include "request_plan.hpp"
 #include "setup_error.hpp"
+#include "structure_registration.hpp"
 
 #include <cerrno>
 #include <string>
@@ -37,14 +38,21 @@ void tcp_backend::read(v2::read_result& result, v2::io_error& error) noexcept {
     guarded(error, [&] { read_all(result); });
 }
 
+void tcp_backend::register_structures(v2::io_structure_dictionary& dictionary,
+                                      v2::io_error& error) noexcept {
+    guarded(error, [&] { modbus_backend::register_structures(map_.structures(), dictionary); });
+}
+
 void tcp_backend::read_all(v2::read_result& result) {
     std::vector<wanted_variable> wanted;
     for (unsigned int i = 0; i < result.size(); ++i) {
         variable const* const described = map_.find(result[i].identifier());
-        if (described != nullptr) {
-            wanted.push_back({described, i});
-        } else {
+        if (described == nullptr) {
             result.set(i, v2::io_errc::not_found);
+        } else if (!is_registered(described->type)) {
+            result.set(i, make_modbus_error(modbus_errc::unregistered_structure));
+        } else {
+            wanted.push_back({described, i});
         }
     }
     // Where this fails, every request tells so by its own error.

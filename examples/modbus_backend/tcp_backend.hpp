@@ -20,6 +20,8 @@ public:
     /// Connects first where the connection was lost in an earlier read.
     void read(tavi::ioapi::v2::read_result& result,
               tavi::ioapi::v2::io_error& error) noexcept override;
+    void register_structures(tavi::ioapi::v2::io_structure_dictionary& dictionary,
+                             tavi::ioapi::v2::io_error& error) noexcept override;
 
 private:
     void read_all(tavi::ioapi::v2::read_result& result);

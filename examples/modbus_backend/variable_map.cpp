@@ -1,6 +1,5 @@
 #include "variable_map.hpp"
 
-#include "map_parser.hpp"
 #include "setup_error.hpp"
 
 #include <cerrno>
@@ -12,22 +11,22 @@ namespace modbus_backend {
 
 namespace v2 = tavi::ioapi::v2;
 
-variable_map::variable_map(std::vector<variable> variables) : variables_(std::move(variables)) {
-    for (std::size_t i = 0; i < variables_.size(); ++i) {
-        places_.emplace(v2::plc_identifier(variables_[i].name), i);
+variable_map::variable_map(map_contents contents) : contents_(std::move(contents)) {
+    for (std::size_t i = 0; i < contents_.variables.size(); ++i) {
+        places_.emplace(v2::plc_identifier(contents_.variables[i].name), i);
     }
 }
 
 std::vector<v2::plc_identifier> variable_map::identifiers() const {
     std::vector<v2::plc_identifier> all;
-    all.reserve(variables_.size());
-    for (auto const& described : variables_) all.emplace_back(described.name);
+    all.reserve(contents_.variables.size());
+    for (auto const& described : contents_.variables) all.emplace_back(described.name);
     return all;
 }
 
 variable const* variable_map::find(v2::plc_identifier const& identifier) const {
     auto const place = places_.find(identifier);
-    return place == places_.end() ? nullptr : &variables_[place->second];
+    return place == places_.end() ? nullptr : &contents_.variables[place->second];
 }
 
 variable_map load_map(std::string const& path) {

@@ -2,7 +2,7 @@
 
 #include <tavi/ioapi/v2/plc_identifier.hpp>
 
-#include "variable.hpp"
+#include "map_parser.hpp"
 
 #include <cstddef>
 #include <string>
@@ -11,20 +11,22 @@
 
 namespace modbus_backend {
 
-/// The variables of a controller by identifier: the name of a variable is the primary part, and
-/// there is no secondary one.
+/// The variables of a controller by identifier, and their structures: the name of a variable is the
+/// primary part, and there is no secondary one.
 class variable_map {
 public:
-    explicit variable_map(std::vector<variable> variables);
+    explicit variable_map(map_contents contents);
 
     /// In the order of the file.
     [[nodiscard]] std::vector<tavi::ioapi::v2::plc_identifier> identifiers() const;
+
+    [[nodiscard]] structure_list const& structures() const noexcept { return contents_.structures; }
 
     /// \return the variable, or null.
     [[nodiscard]] variable const* find(tavi::ioapi::v2::plc_identifier const& identifier) const;
 
 private:
-    std::vector<variable> variables_;
+    map_contents contents_;
     std::unordered_map<tavi::ioapi::v2::plc_identifier, std::size_t> places_;
 };
 

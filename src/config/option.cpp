@@ -3,19 +3,15 @@
 #include "option_impl.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace tavi::ioapi::v2::config {
 
-namespace {
-
-using value_options = std::vector<option::value_option>;
-
-/// Assign element by element where the room suffices. An element is copied first and then moved
-/// in, so that a failure leaves the values that it meets whole.
-void assign(value_options& target, value_options const& source) {
+void assign(std::vector<option::value_option>& target,
+            std::vector<option::value_option> const& source) {
     if (source.size() > target.capacity()) {
-        value_options copy(source);
+        std::vector<option::value_option> copy(source);
         target.swap(copy);
         return;
     }
@@ -24,8 +20,6 @@ void assign(value_options& target, value_options const& source) {
     target.resize(shared);
     for (std::size_t i = shared; i < source.size(); ++i) target.push_back(source[i]);
 }
-
-} // namespace
 
 // --- what it holds
 
@@ -53,17 +47,6 @@ option::impl::impl(std::string key,
       default_value_(std::move(default_value)),
       optional_(true),
       options_(std::move(options)) {}
-
-option::impl& option::impl::operator=(impl const& other) {
-    key_ = other.key_;
-    display_name_ = other.display_name_;
-    description_ = other.description_;
-    value_type_ = other.value_type_;
-    default_value_ = io_value(other.default_value_);
-    optional_ = other.optional_;
-    if (this != &other) assign(options_, other.options_);
-    return *this;
-}
 
 std::string const& option::impl::key() const noexcept {
     return key_;

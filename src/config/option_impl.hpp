@@ -22,7 +22,7 @@ public:
                         std::vector<value_option> options);
     impl(impl const&) = default;
     impl(impl&&) = delete;
-    impl& operator=(impl const& other);
+    inline impl& operator=(impl const& other);
     impl& operator=(impl&&) = delete;
     ~impl() = default;
 
@@ -45,6 +45,23 @@ private:
     bool optional_;
     std::vector<value_option> options_;
 };
+
+/// Assign element by element where the room suffices. An element is copied first and then moved
+/// in, so that a failure leaves the values that it meets whole.
+void assign(std::vector<option::value_option>& target,
+            std::vector<option::value_option> const& source);
+
+// Inline, and so not exported: it is no part of the interface.
+option::impl& option::impl::operator=(impl const& other) {
+    key_ = other.key_;
+    display_name_ = other.display_name_;
+    description_ = other.description_;
+    value_type_ = other.value_type_;
+    default_value_ = io_value(other.default_value_);
+    optional_ = other.optional_;
+    if (this != &other) assign(options_, other.options_);
+    return *this;
+}
 
 /// What tells options apart.
 inline std::string_view text_of(option const& option) {

@@ -44,8 +44,8 @@ TEST(controller, serves_all_of_its_tables) {
 
     EXPECT_EQ(modbus_read_bits(client.get(), 0, 4, seen.coils.data()), 4);
     EXPECT_EQ(modbus_read_input_bits(client.get(), 0, 8, seen.discretes.data()), 8);
-    EXPECT_EQ(modbus_read_input_registers(client.get(), 0, 24, seen.inputs.data()), 24);
-    EXPECT_EQ(modbus_read_registers(client.get(), 0, 20, seen.holdings.data()), 20);
+    EXPECT_EQ(modbus_read_input_registers(client.get(), 0, 40, seen.inputs.data()), 40);
+    EXPECT_EQ(modbus_read_registers(client.get(), 0, 36, seen.holdings.data()), 36);
     EXPECT_EQ(seen.coils, expected.coils);
     EXPECT_EQ(seen.discretes, expected.discretes);
     EXPECT_EQ(seen.inputs, expected.inputs);
@@ -84,11 +84,11 @@ TEST(controller, answers_addresses_outside_its_map_with_exception_2) {
     std::array<std::uint16_t, 2> words{};
     std::array<std::uint8_t, 2> bits{};
 
-    EXPECT_EQ(modbus_read_registers(client.get(), 20, 1, words.data()), -1);
+    EXPECT_EQ(modbus_read_registers(client.get(), 36, 1, words.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);
-    EXPECT_EQ(modbus_read_registers(client.get(), 19, 2, words.data()), -1);
+    EXPECT_EQ(modbus_read_registers(client.get(), 35, 2, words.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);
-    EXPECT_EQ(modbus_read_input_registers(client.get(), 24, 1, words.data()), -1);
+    EXPECT_EQ(modbus_read_input_registers(client.get(), 40, 1, words.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);
     EXPECT_EQ(modbus_read_bits(client.get(), 4, 1, bits.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);

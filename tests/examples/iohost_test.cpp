@@ -86,6 +86,112 @@ TEST(iohost, reports_entries_that_fail_by_its_status) {
     EXPECT_NE(unknown.out.find("generic:1 not found\n"), std::string::npos);
 }
 
+TEST(iohost, shows_arrays_and_structures_in_its_table) {
+    running_station const station;
+    auto const finished = host(options_for(station).read({"tank.profile", "pump1.state"}));
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_NE(finished.out.find("\ntank.profile  flt[]               "
+                                "[2, 1.875, 1.75, 1.625, 1.5, 1.375, 1.25, 1.125]  "),
+              std::string::npos)
+        << finished.out;
+    EXPECT_NE(
+        finished.out.find("\npump1.state   object<pump_state>  "
+                          "{currents: [120, 122, 124], runs: 1, speed: 1450, starts: 1000}  "),
+        std::string::npos)
+        << finished.out;
+}
+
+TEST(iohost, prints_values_at_length) {
+    running_station const station;
+    auto const finished =
+        host(options_for(station).read({"--print", "pumps.run", "tank.level", "station.name"}));
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.out, "pumps.run:\n"
+                            "  array (2) {\n"
+                            "    (boolean) true\n"
+                            "    (boolean) false\n"
+                            "  }\n"
+                            "tank.level:\n"
+                            "  (flt) 2\n"
+                            "station.name:\n"
+                            "  (string) \"Pump station 7\"\n");
+}
+
+TEST(iohost, prints_structures_with_the_id_of_their_type) {
+    running_station const station;
+    auto const finished = host(options_for(station).read({"--print", "pump2.state"}));
+    EXPECT_EQ(finished.status, 0);
+    std::string const head = "pump2.state:\n  object<";
+    ASSERT_EQ(finished.out.substr(0, head.size()), head);
+    auto const id_end = finished.out.find_first_not_of("0123456789", head.size());
+    EXPECT_GT(id_end, head.size());
+    EXPECT_EQ(finished.out.substr(id_end), "> {\n"
+                                           "  [currents] =>\n"
+                                           "    array (3) {\n"
+                                           "      (u16) 0\n"
+                                           "      (u16) 0\n"
+                                           "      (u16) 0\n"
+                                           "    }\n"
+                                           "  [runs] =>\n"
+                                           "    (u16) 0\n"
+                                           "  [speed] =>\n"
+                                           "    (flt) 0\n"
+                                           "  [starts] =>\n"
+                                           "    (u32) 2000\n"
+                                           "  }\n");
+}
+
+TEST(iohost, prints_errors_and_reports_them_by_its_status) {
+    running_station const station;
+    auto const finished = host(options_for(station).read({"--print", "tank2.level", "tank.level"}));
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.out, "tank2.level: modbus:2 illegal data address\ntank.level:\n  (flt) 2\n");
+}
+
+TEST(iohost, converts_values_to_a_type) {
+    running_station const station;
+    auto const finished = host(options_for(station).read({"--as", "i32", "tank.level"}));
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_NE(finished.out.find("\ntank.level  i32   2 "), std::string::npos) << finished.out;
+    auto const texts = host(options_for(station).read({"--as", "string[]", "pumps.run"}));
+    EXPECT_EQ(texts.status, 0);
+    EXPECT_NE(texts.out.find("\npumps.run   string[]  [\"true\", \"false\"]  "), std::string::npos)
+        << texts.out;
+}
+
+TEST(iohost, reports_what_does_not_convert_beside_what_does) {
+    running_station const station;
+    auto const finished = host(options_for(station).read(
+        {"--as", "i32", "pipe.flow", "tank.setpoint", "tank.profile", "pump1.state", "no.such"}));
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.err, "");
+    EXPECT_NE(finished.out.find("\ntank.setpoint  i32   1500 "), std::string::npos) << finished.out;
+    for (char const* const line :
+         {"\npipe.flow      -     -      -                             -        generic:4 ",
+          "\ntank.profile   -     -      -                             -        generic:3 ",
+          "\npump1.state    -     -      -                             -        generic:3 ",
+          "\nno.such        -     -      -                             -        generic:1 "}) {
+        EXPECT_NE(finished.out.find(line), std::string::npos) << finished.out;
+    }
+}
+
+TEST(iohost, prints_what_it_has_converted) {
+    running_station const station;
+    auto const finished =
+        host(options_for(station).read({"tank.level", "pipe.flow", "--print", "--as", "u8"}));
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.out, "tank.level:\n  (u8) 2\npipe.flow: generic:4 value too large\n");
+}
+
+TEST(iohost, refuses_types_that_are_none) {
+    for (char const* const type : {"i33", "i32[8]", "", "type(99)"}) {
+        auto const finished = host(options().read({"--as", type, "tank.level"}));
+        expect_refused(finished, "iohost: --as: unknown type '" + std::string(type) +
+                                     "', not empty, boolean, u8, ");
+    }
+    expect_refused(host(options().read({"--as"})), "iohost: ");
+}
+
 TEST(iohost, explains_itself) {
     auto const help = host({"--help"});
     EXPECT_EQ(help.status, 0);
@@ -93,7 +199,11 @@ TEST(iohost, explains_itself) {
     for (char const* const option : {"--backend", "--map", "--host", "--port", "read"}) {
         EXPECT_NE(help.out.find(option), std::string::npos) << option;
     }
-    EXPECT_EQ(host({"read", "--help"}).status, 0);
+    auto const read_help = host({"read", "--help"});
+    EXPECT_EQ(read_help.status, 0);
+    for (char const* const option : {"--print", "--as TYPE"}) {
+        EXPECT_NE(read_help.out.find(option), std::string::npos) << option;
+    }
 }
 
 TEST(iohost, refuses_wrong_usage) {
@@ -180,12 +290,12 @@ TEST(iohost, refuses_a_file_that_is_no_module) {
     expect_refused(host(all.read()), "iohost: cannot load the backend: ");
 }
 
-TEST(iohost, refuses_a_module_without_the_entry_function) {
+TEST(iohost, refuses_a_module_that_has_an_earlier_entry_function_only) {
     options all;
     all.backend = NO_BACKEND_PATH;
     expect_refused(host(all.read()),
                    "iohost: '" NO_BACKEND_PATH "' is no backend: it has no function "
-                   "example_open_backend_1\n");
+                   "example_open_backend_2\n");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <modbus_backend/error_category.hpp>
 #include <modbus_backend/reader.hpp>
+#include <modbus_backend/structure_registration.hpp>
 
 #include <memory>
 #include <string>
@@ -49,13 +50,32 @@ protected:
     ~reader() noexcept override = default;
 
     void want(unsigned int address, register_kind kind = register_kind::holding) {
-        variable described;
-        described.kind = kind;
-        described.address = address;
-        described.type = holds_bits(kind) ? value_type::boolean : value_type::u16;
-        variables_.push_back(std::make_unique<variable>(described));
-        wanted_.push_back({variables_.back().get(), wanted_.size()});
-        identifiers_.emplace_back(std::to_string(address));
+        variable_type type;
+        if (holds_bits(kind)) type.element = value_type::boolean;
+        want(kind, address, type);
+    }
+
+    void want_array(unsigned int address,
+                    unsigned int count,
+                    register_kind kind = register_kind::holding) {
+        variable_type type;
+        if (holds_bits(kind)) type.element = value_type::boolean;
+        type.count = count;
+        want(kind, address, type);
+    }
+
+    /// A structure of three registers, whose members `first` and `last` leave one between them.
+    void want_structure(unsigned int address) {
+        auto const shape = std::make_shared<structure>();
+        shape->name = "ends";
+        shape->members = {{"first", 0, {}}, {"last", 2, {}}};
+        shape->width = 3;
+        register_structures({shape}, dictionary_);
+        variable_type type;
+        type.element = value_type::object;
+        type.element_width = 3;
+        type.members = shape;
+        want(register_kind::holding, address, type);
     }
 
     void read() {
@@ -69,6 +89,20 @@ protected:
         EXPECT_TRUE(result[index].value().good());
     }
 
+    void expect_values(unsigned int index, std::vector<int> const& expected) const {
+        EXPECT_EQ(result[index].error(), v2::io_error());
+        EXPECT_EQ(result[index].value().value().try_as<std::vector<int>>(), expected);
+        EXPECT_TRUE(result[index].value().good());
+    }
+
+    void expect_ends(unsigned int index, int first, int last) const {
+        EXPECT_EQ(result[index].error(), v2::io_error());
+        auto const* const object = result[index].value().value().get_if<v2::io_object>();
+        ASSERT_NE(object, nullptr);
+        EXPECT_EQ(object->get("first").try_as<int>(), first);
+        EXPECT_EQ(object->get("last").try_as<int>(), last);
+    }
+
     void expect_error(unsigned int index, modbus_errc code) const {
         EXPECT_EQ(result[index].error(), make_modbus_error(code));
         EXPECT_TRUE(result[index].value().empty());
@@ -80,6 +114,14 @@ protected:
     v2::read_result result;
 
 private:
+    void want(register_kind kind, unsigned int address, variable_type const& type) {
+        auto const name = std::to_string(address);
+        variables_.push_back(std::make_unique<variable>(variable{name, kind, address, type}));
+        wanted_.push_back({variables_.back().get(), wanted_.size()});
+        identifiers_.emplace_back(name);
+    }
+
+    v2::io_structure_dictionary dictionary_;
     std::vector<std::unique_ptr<variable>> variables_;
     std::vector<wanted_variable> wanted_;
     std::vector<v2::plc_identifier> identifiers_;
@@ -110,6 +152,51 @@ TEST_F(reader, gives_bits_as_truth_values) {
     ASSERT_NE(result[1].value().value().get_if<bool>(), nullptr);
     EXPECT_FALSE(*result[0].value().value().get_if<bool>());
     EXPECT_TRUE(*result[1].value().value().get_if<bool>());
+}
+
+TEST_F(reader, gives_arrays_and_structures_beside_other_variables) {
+    want(10);
+    want_array(12, 3);
+    want_structure(20);
+    want(21);
+    read();
+    expect_value(0, 10);
+    expect_values(1, {12, 13, 14});
+    expect_ends(2, 20, 22);
+    expect_value(3, 21);
+    EXPECT_EQ(source.asked, texts({"10+13"}));
+}
+
+TEST_F(reader, gives_arrays_of_bits) {
+    want(3, register_kind::discrete);
+    want_array(4, 3, register_kind::discrete);
+    read();
+    auto const* const bits = result[1].value().value().get_if<v2::utility::array<bool>>();
+    ASSERT_NE(bits, nullptr);
+    EXPECT_EQ(bits->to_vector(), (std::vector<bool>{false, true, false}));
+    EXPECT_EQ(source.asked, texts({"3+4"}));
+}
+
+TEST_F(reader, an_array_that_is_not_served_whole_fails_whole_and_alone) {
+    source.served_end = 15;
+    want(10);
+    want_array(12, 4);
+    want_structure(12);
+    read();
+    expect_value(0, 10);
+    expect_error(1, modbus_errc::illegal_data_address);
+    expect_ends(2, 12, 14);
+    EXPECT_EQ(source.asked, texts({"10+6", "10+1", "12+4", "12+4", "12+3"}));
+}
+
+TEST_F(reader, a_structure_that_is_not_served_whole_fails_whole_and_alone) {
+    source.served_end = 22;
+    want_structure(20);
+    want_array(10, 5);
+    read();
+    expect_error(0, modbus_errc::illegal_data_address);
+    expect_values(1, {10, 11, 12, 13, 14});
+    EXPECT_EQ(source.asked, texts({"10+13", "10+5", "20+3"}));
 }
 
 TEST_F(reader, a_variable_asked_for_twice_is_answered_twice) {

@@ -15,9 +15,14 @@ protected:
         variable described;
         described.kind = kind;
         described.address = address;
-        described.width = width;
+        described.type.element_width = width;
         variables_.push_back(std::make_unique<variable>(described));
         wanted_.push_back({variables_.back().get(), wanted_.size()});
+    }
+
+    void want_array(register_kind kind, unsigned int address, unsigned int count) {
+        want(kind, address, 2);
+        variables_.back()->type.count = count;
     }
 
     /// Every request as `first+count[places of the members]`.
@@ -96,6 +101,28 @@ TEST_F(request_plan, a_wide_variable_is_never_cut) {
     want(holding, 121, 4);
     want(holding, 124, 2);
     EXPECT_EQ(planned(), texts({"0+125[0 1]", "124+2[2]"}));
+}
+
+TEST_F(request_plan, an_array_counts_with_all_of_its_elements) {
+    want_array(input, 10, 8);
+    want(input, 26);
+    EXPECT_EQ(planned(), texts({"10+17[0 1]"}));
+}
+
+TEST_F(request_plan, the_widest_variables_have_requests_of_their_own) {
+    want(holding, 0, 125);
+    want(holding, 125, 125);
+    want(holding, 130);
+    want(coil, 0, 2000);
+    want(coil, 2000);
+    EXPECT_EQ(planned(), texts({"0+2000[3]", "2000+1[4]", "0+125[0]", "125+125[1 2]"}));
+}
+
+TEST_F(request_plan, an_array_is_never_cut) {
+    want(holding, 100);
+    want_array(holding, 200, 13);
+    want_array(holding, 150, 8);
+    EXPECT_EQ(planned(), texts({"100+66[0 2]", "200+26[1]"}));
 }
 
 TEST_F(request_plan, a_request_for_bits_ends_at_2000) {

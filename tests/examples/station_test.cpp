@@ -107,6 +107,38 @@ TEST(station, holding_registers_move_with_the_clock) {
     EXPECT_EQ(at(shown.holdings, station::gain, 4), (words{0, 0, 0, 0x3FF0})); // 1.0
 }
 
+// 2 - i / 8. From 2 down the exponent is 1 only for 2 itself; below, 1 + k / 8 is 0x3F80 with k in
+// the three bits below the exponent, each step 0x0010.
+TEST(station, the_profile_falls_from_chamber_to_chamber) {
+    EXPECT_EQ(at(station::image_at(0).inputs, station::profile, 16),
+              (words{0x4000, 0, 0x3FF0, 0, 0x3FE0, 0, 0x3FD0, 0, 0x3FC0, 0, 0x3FB0, 0, 0x3FA0, 0,
+                     0x3F90, 0}));
+}
+
+// 119 mod 8 = 7: from 3.75 = 0x4070 down to 2.875, in steps of 0x0008.
+TEST(station, the_profile_moves_with_the_level) {
+    EXPECT_EQ(at(station::image_at(119).inputs, station::profile, 16),
+              (words{0x4070, 0, 0x4068, 0, 0x4060, 0, 0x4058, 0, 0x4050, 0, 0x4048, 0, 0x4040, 0,
+                     0x4038, 0}));
+}
+
+// 1450 = 0x5AA = 1.416015625 * 2^10, 120 = 0x78.
+TEST(station, a_running_pump_and_a_resting_one_at_the_start) {
+    auto const shown = station::image_at(0);
+    EXPECT_EQ(at(shown.holdings, station::pump_1, 8),
+              (words{1, 0x4000, 0x44B5, 0, 1000, 0x7800, 0x7A00, 0x7C00}));
+    EXPECT_EQ(at(shown.holdings, station::pump_2, 8), (words{0, 0, 0, 0, 2000, 0, 0, 0}));
+}
+
+// 119 mod 4 = 3, so pump 2 runs at 1451.5, which is 1450 and 3 steps of 2^-1; 119 mod 3 = 2, and
+// 119 / 4 is 29.
+TEST(station, the_pumps_have_changed_places) {
+    auto const shown = station::image_at(119);
+    EXPECT_EQ(at(shown.holdings, station::pump_1, 8), (words{0, 0, 0, 0, 1029, 0, 0, 0}));
+    EXPECT_EQ(at(shown.holdings, station::pump_2, 8),
+              (words{1, 0x7000, 0x44B5, 0, 2029, 0x7A00, 0x7C00, 0x7E00}));
+}
+
 TEST(station, counters_wrap_without_disturbing_the_rest) {
     auto const last = std::uint64_t{0xFFFFFFFFFFFFFFFF}; // mod 2^32 = 2^32 - 1
     auto const shown = station::image_at(last);

@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -80,6 +81,94 @@ TEST_F(tcp_backend, gives_values_with_their_declared_types) {
     EXPECT_EQ(result[2].value().value().as<float>(), 2.0F);
     EXPECT_TRUE(result[2].value().good());
     EXPECT_TRUE(result[2].value().timestamp().has_value());
+}
+
+TEST_F(tcp_backend, gives_structures_under_the_id_in_the_dictionary_of_the_host) {
+    running_station const station;
+    auto const backend = open(station.port());
+    v2::io_structure_dictionary dictionary;
+    v2::io_error error(v2::io_errc::todo); // must be cleared
+    backend->register_structures(dictionary, error);
+    EXPECT_EQ(error, v2::io_error());
+    auto const result = read(*backend, {"pump1.state", "pump2.state"});
+    ASSERT_EQ(errors(result), texts(2, "ok"));
+
+    auto const& type = result[0].value().value().data_type();
+    EXPECT_EQ(result[1].value().value().data_type(), type);
+    auto const structure = dictionary.get_structure(type.structure_id, error);
+    EXPECT_EQ(error, v2::io_error());
+    EXPECT_EQ(structure.name(), "pump_state");
+    using types = v2::io_data_type;
+    using kinds = types::basic_types;
+    EXPECT_EQ(structure.get_member("runs"), types::scalar(kinds::u16));
+    EXPECT_EQ(structure.get_member("speed"), types::scalar(kinds::flt));
+    EXPECT_EQ(structure.get_member("starts"), types::scalar(kinds::u32));
+    EXPECT_EQ(structure.get_member("currents"), types::array_of(kinds::u16));
+    EXPECT_EQ(std::distance(structure.begin(), structure.end()), 4);
+}
+
+TEST_F(tcp_backend, gives_the_members_of_structures_and_the_elements_of_arrays) {
+    running_station const station;
+    auto const backend = open(station.port());
+    v2::io_structure_dictionary dictionary;
+    v2::io_error error;
+    backend->register_structures(dictionary, error);
+    auto const result = read(*backend, {"pump1.state", "tank.profile", "pumps.run"});
+    ASSERT_EQ(errors(result), texts(3, "ok"));
+
+    auto const* const pump = result[0].value().value().get_if<v2::io_object>();
+    ASSERT_NE(pump, nullptr);
+    EXPECT_EQ(pump->get("runs").as<int>(), 1);
+    EXPECT_EQ(pump->get("speed").as<float>(), 1450.0F);
+    EXPECT_EQ(pump->get("starts").as<int>(), 1000);
+    EXPECT_EQ(pump->get("currents").as<std::vector<int>>(), (std::vector<int>{120, 122, 124}));
+    EXPECT_EQ(result[1].value().value().as<std::vector<float>>(),
+              (std::vector<float>{2, 1.875, 1.75, 1.625, 1.5, 1.375, 1.25, 1.125}));
+    EXPECT_EQ(result[2].value().value().as<std::vector<bool>>(), (std::vector<bool>{true, false}));
+}
+
+TEST_F(tcp_backend, structures_wait_for_their_registration_and_others_do_not) {
+    running_station const station;
+    auto const backend = open(station.port());
+    texts const names{"pump1.state", "tank.level", "tank.profile"};
+    EXPECT_EQ(errors(read(*backend, names)),
+              texts({"modbus:262 structure not registered with the host", "ok", "ok"}));
+    v2::io_structure_dictionary dictionary;
+    v2::io_error error;
+    backend->register_structures(dictionary, error);
+    EXPECT_EQ(errors(read(*backend, names)), texts(3, "ok"));
+}
+
+TEST_F(tcp_backend, structured_values_and_their_types_outlive_the_backend) {
+    running_station const station;
+    auto backend = open(station.port());
+    v2::io_structure_dictionary dictionary;
+    v2::io_error error;
+    backend->register_structures(dictionary, error);
+    auto const result = read(*backend, {"pump1.state"});
+    backend.reset();
+
+    auto const id = result[0].value().value().data_type().structure_id;
+    EXPECT_TRUE(dictionary.get_structure(id, error).has_member("speed"));
+    EXPECT_EQ(result[0].value().value().get_if<v2::io_object>()->get("starts").as<int>(), 1000);
+}
+
+TEST_F(tcp_backend, needs_the_dictionary_for_no_longer_than_the_registration) {
+    running_station const station;
+    auto const backend = open(station.port());
+    v2::io_error error;
+    {
+        v2::io_structure_dictionary passing;
+        backend->register_structures(passing, error);
+    }
+    auto const first = read(*backend, {"pump1.state"});
+    EXPECT_EQ(errors(first), texts(1, "ok"));
+    v2::io_structure_dictionary lasting;
+    backend->register_structures(lasting, error);
+    auto const second = read(*backend, {"pump1.state"});
+    auto const id = second[0].value().value().data_type().structure_id;
+    EXPECT_NE(first[0].value().value().data_type().structure_id, id);
+    EXPECT_EQ(lasting.get_structure(id, error).name(), "pump_state");
 }
 
 TEST_F(tcp_backend, tells_apart_what_is_in_no_map_and_what_the_controller_refuses) {

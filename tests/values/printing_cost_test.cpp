@@ -128,11 +128,11 @@ TEST(DeepPrinting, ReachesTenThousandLevelsOfBoth) {
 TEST(DeepPrinting, IndentsEachLevel) {
     std::string expected;
     for (int level = 0; level < 200; ++level) {
-        expected += std::string(static_cast<std::size_t>(level) * 3, '-') + "array (1) {\n";
+        expected.append(static_cast<std::size_t>(level) * 3, '-').append("array (1) {\n");
     }
-    expected += std::string(600, '-') + "empty";
+    expected.append(600, '-').append("empty");
     for (int level = 199; level >= 0; --level) {
-        expected += "\n" + std::string(static_cast<std::size_t>(level) * 3, '-') + "}";
+        expected.append("\n").append(static_cast<std::size_t>(level) * 3, '-').append("}");
     }
     EXPECT_EQ(nested_in_arrays(io_value(), 200).printable_string('-', 3, 0).str(), expected);
 }

@@ -1,4 +1,4 @@
-/// Something that is exported, but no entry function.
-extern "C" int answer_to_nothing() {
+/// An entry function of a number that the host no longer calls.
+extern "C" int example_open_backend_1() {
     return 42;
 }

@@ -1,0 +1,62 @@
+#include "map_options.hpp"
+
+#include "map_words.hpp"
+
+#include <cstddef>
+#include <string_view>
+
+namespace modbus_backend {
+
+namespace {
+
+constexpr choice<part_order> orders[] = {
+    {"big", part_order::big},
+    {"little", part_order::little},
+};
+
+/// The order that an option sets, where the option has a meaning for the type.
+part_order& target_of(std::string_view option, variable_type& type) {
+    bool const has_bytes =
+        type.element != value_type::boolean && type.element != value_type::object;
+    bool const has_words =
+        has_bytes && type.element != value_type::string && type.element_width > 1;
+    if (option == "byte_order") {
+        if (has_bytes) return type.bytes;
+    } else if (option == "word_order") {
+        if (has_words) return type.words;
+    } else {
+        throw bad_line("unknown option " + quoted(option) + ", not byte_order or word_order");
+    }
+    throw bad_line(std::string(option) + " means nothing for this type");
+}
+
+void apply_option(std::string_view word, variable_type& type) {
+    auto const equals = word.find('=');
+    if (equals == std::string_view::npos) {
+        throw bad_line("option " + quoted(word) + " is not NAME=VALUE");
+    }
+    std::string_view const value = word.substr(equals + 1);
+    part_order& target = target_of(word.substr(0, equals), type);
+    auto const order = find(orders, value);
+    if (!order) throw bad_line("unknown order " + quoted(value) + ", not big or little");
+    target = *order;
+}
+
+std::string_view name_of(std::string_view option) {
+    return option.substr(0, option.find('='));
+}
+
+} // namespace
+
+void apply_options(std::span<std::string const> options, variable_type& type) {
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        for (auto const& earlier : options.first(i)) {
+            if (name_of(options[i]) == name_of(earlier)) {
+                throw bad_line("option " + quoted(options[i]) + " comes a second time");
+            }
+        }
+        apply_option(options[i], type);
+    }
+}
+
+} // namespace modbus_backend
