@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Holds the built library to its interface: exported names, needed libraries, soname.
+# Holds the built library to its interface: exported names, needed libraries, soname, and what it
+# keeps for each thread or asks of the environment.
 # Usage: check_exports.sh NM READELF LIBRARY
 set -euo pipefail
 
@@ -49,6 +50,15 @@ while read -r needed; do
     *) fail "needs '$needed'" ;;
   esac
 done < <(sed -nE 's/.*\(NEEDED\).*\[(.*)\].*/\1/p' <<<"$dynamic")
+
+# The one thing of each thread's own is the engine that draws ids.
+while read -r name; do
+  [[ $name == *get_unused_id*engine* ]] || fail "thread-local: $name"
+done < <("$readelf" --syms --wide "$library" | awk '$4 == "TLS" { print $8 }')
+
+while read -r name; do
+  [[ $name != *getenv* && $name != *environ ]] || fail "reads the environment: $name"
+done < <("$nm" --dynamic --undefined-only --format=posix "$library" | cut -d ' ' -f 1)
 
 if ((failures > 0)); then
   echo "check_exports: $failures failures in $library"

@@ -46,6 +46,29 @@ public:
     virtual void read(v2::read_result& result) const = 0;
     virtual void write(v2::write_result& result) const = 0;
 
+    /// Three nodes: a folder and two variables.
+    virtual void browse(v2::browse_result& result) const = 0;
+    /// Ids of every kind in turn, the objects being the module's, and an error for the last.
+    virtual void subscribe(v2::utility::data_view<v2::plc_identifier const> identifiers,
+                           v2::subscription_result& result) const = 0;
+    /// How many of the module's counted objects are alive.
+    virtual int living_objects() const = 0;
+    /// A form with one category of two options.
+    virtual v2::config::config_template form() const = 0;
+    /// One issue for each option of the form that has no value.
+    virtual v2::config::verification_result verify(v2::config::store const& values) const = 0;
+    /// Add the pair `seen` = true.
+    virtual void annotate(v2::io_error_diagnostics_generic& diagnostics) const = 0;
+
+    /// Log, register a structure and look up an unknown type with the host behind `query`.
+    /// \return the type that the structure got; `error` is the one of the lookup
+    virtual v2::io_data_type ask(v2::backend_query query, v2::io_error& error) const = 0;
+    /// A host inside the module.
+    virtual v2::backend_query query() const = 0;
+
+    /// The number that an initialiser of the module found in the record for absent variables.
+    virtual int early_absent_code() const = 0;
+
     /// Throws an `io_exception`.
     [[noreturn]] virtual void raise(v2::io_error error) const = 0;
     [[noreturn]] virtual void raise_own() const = 0;
