@@ -53,9 +53,18 @@ inline constexpr unsigned int block_size = 1024;
 
 template <class To, class From>
 [[nodiscard]] bool block_fits(From const* source, unsigned int count) noexcept {
-    unsigned int misfits = 0;
-    for (unsigned int i = 0; i < count; ++i) misfits |= !rule<To, From>::fits(source[i]);
-    return misfits == 0;
+    using applied = rule<To, From>;
+    if constexpr (requires { applied::misfit(source[0]); }) {
+        From worst = 0; // as wide as the elements, or the loop would not take several at once
+        for (unsigned int i = 0; i < count; ++i) {
+            worst = applied::misfit(source[i]) != 0 ? From(1) : worst;
+        }
+        return worst == 0;
+    } else {
+        unsigned int misfits = 0;
+        for (unsigned int i = 0; i < count; ++i) misfits |= !applied::fits(source[i]);
+        return misfits == 0;
+    }
 }
 
 /// \param step  called with the start and the length of each block that fits

@@ -21,7 +21,8 @@
 ///
 /// `fits` tells whether a source converts, `make` gives the result of one that does, `failure` is
 /// the code of one that does not. A rule whose test is most of the work has `convert` as well,
-/// which does both in one go and writes its target only on success.
+/// which does both in one go and writes its target only on success. `misfit` is `fits` as a number
+/// of the source's own kind, 0 for what fits, for loops.
 
 namespace tavi::ioapi::v2::detail {
 
@@ -94,6 +95,7 @@ template <whole To, real From>
 struct rule<To, From> {
     static constexpr io_errc failure = io_errc::value_too_large;
     static constexpr bool fits(From source) noexcept { return holds_integer(source); }
+    static constexpr From misfit(From source) noexcept { return integer_misfit(source); }
     static constexpr To make(From source) noexcept {
         if constexpr (sizeof(To) > 4) {
             auto const exact = static_cast<long long>(source);

@@ -39,19 +39,25 @@ static_assert(float_integer_limit == 16777215 && double_integer_limit == 9007199
 inline constexpr double float_magnitude_limit = std::numeric_limits<float>::max();
 static_assert(float_magnitude_limit == 3.4028234663852886e+38);
 
-/// Whether `value` is whole and within the limit of its type; false for NaN and the infinities.
-/// Written without a branch, so that a loop over an array works on several elements at once.
+/// \return 0 where `value` is whole and within the limit of its type, another number where it is
+/// not, as with NaN and the infinities. A number, and chosen between numbers, so that a loop over
+/// an array works on several elements at once.
 template <real T>
-[[nodiscard]] constexpr bool holds_integer(T value) noexcept {
+[[nodiscard]] constexpr T integer_misfit(T value) noexcept {
     // From here on neighbours are 1 apart, and adding it rounds smaller magnitudes to whole
     // numbers.
     constexpr T whole_from = static_cast<T>(1LL << (std::numeric_limits<T>::digits - 1));
     constexpr T limit = static_cast<T>(integer_limit<T>);
     T const magnitude = value < 0 ? -value : value;
-    bool const is_whole = (magnitude + whole_from) - whole_from == magnitude;
-    return static_cast<bool>(
-        static_cast<int>(magnitude <= limit) &
-        (static_cast<int>(is_whole) | static_cast<int>(magnitude >= whole_from)));
+    T const rounded = (magnitude + whole_from) - whole_from;
+    T const fraction = magnitude < whole_from ? rounded - magnitude : T(0);
+    return magnitude <= limit ? fraction : T(1);
+}
+
+/// Whether `value` is whole and within the limit of its type.
+template <real T>
+[[nodiscard]] constexpr bool holds_integer(T value) noexcept {
+    return integer_misfit(value) == 0;
 }
 
 } // namespace tavi::ioapi::v2::detail
