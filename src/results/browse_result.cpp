@@ -19,7 +19,7 @@ using browsing::node;
 TAVI_IOAPI_UNCHECKED node& node_at(node const* first, unsigned int index) {
     std::uintptr_t const volatile address =
         reinterpret_cast<std::uintptr_t>(first) + std::uintptr_t{index} * sizeof(node);
-    return *reinterpret_cast<node*>(address);
+    return *reinterpret_cast<node*>(address); // NOLINT(performance-no-int-to-ptr): intended
 }
 
 } // namespace
