@@ -3,6 +3,7 @@
 #include <tavi/ioapi/v2/config/option.hpp>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tavi::ioapi::v2::config {

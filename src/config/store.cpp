@@ -1,3 +1,4 @@
+#include "foundation/growing_list.hpp"
 #include "foundation/handle.hpp"
 #include "store_impl.hpp"
 
@@ -43,7 +44,7 @@ bool store::impl::remove(std::string_view key) {
 
 std::vector<std::string_view> store::impl::keys() const {
     std::vector<std::string_view> keys;
-    keys.reserve(values_.size());
+    detail::reserve(keys, values_.size());
     for (auto const& entry : values_) keys.emplace_back(entry.first);
     return keys;
 }

@@ -1,5 +1,3 @@
-#include <tavi/ioapi/v2/detail/narrow.hpp>
-
 #include "foundation/growing_list.hpp"
 #include "foundation/handle.hpp"
 #include "verification_result_impl.hpp"
@@ -43,8 +41,8 @@ severity_type verification_result::impl::severity_for_option(std::string_view ke
     return worst;
 }
 
-unsigned int verification_result::impl::size() const {
-    return detail::narrow_count(issues_.size());
+unsigned int verification_result::impl::size() const noexcept {
+    return static_cast<unsigned int>(issues_.size()); // the list is not let grow beyond it
 }
 
 issue_type* verification_result::impl::data() noexcept {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <tavi/ioapi/v2/detail/narrow.hpp>
 #include <tavi/ioapi/v2/utility/data_view.hpp>
 
 #include <algorithm>
@@ -14,6 +15,13 @@
 
 namespace tavi::ioapi::v2::detail {
 
+/// \return the most elements that a list may have: what memory can be asked for, and what the
+/// 32-bit sizes of the interface can state
+template <class T>
+std::size_t most_elements(std::vector<T> const& list) noexcept {
+    return std::min(list.max_size(), largest_size);
+}
+
 /// \return the capacity that a list of `size` elements takes on for one more: twice the size, but
 /// at least 1 and at most `limit`. \throws std::length_error  at the limit
 constexpr std::size_t grown_capacity(std::size_t size, std::size_t limit) {
@@ -26,7 +34,7 @@ constexpr std::size_t grown_capacity(std::size_t size, std::size_t limit) {
 template <class T>
 void make_room(std::vector<T>& list) {
     if (list.size() == list.capacity()) {
-        list.reserve(grown_capacity(list.size(), list.max_size()));
+        list.reserve(grown_capacity(list.size(), most_elements(list)));
     }
 }
 
@@ -37,10 +45,24 @@ void append(std::vector<T>& list, T element) {
     list.push_back(std::move(element));
 }
 
+/// Have room for `capacity` elements. \throws std::length_error, std::bad_alloc
+template <class T>
+void reserve(std::vector<T>& list, std::size_t capacity) {
+    if (capacity > most_elements(list)) throw std::length_error("vector::reserve");
+    list.reserve(capacity);
+}
+
+/// Append default elements, or destroy those at the end. \throws std::length_error, std::bad_alloc
+template <class T>
+void resize(std::vector<T>& list, std::size_t size) {
+    if (size > most_elements(list)) throw std::length_error("vector::_M_default_append");
+    list.resize(size);
+}
+
 /// \return `count`, if a list of `T` can have that many elements. \throws std::length_error
 template <class T>
 std::size_t checked_count(std::size_t count) {
-    if (count > std::vector<T>().max_size()) {
+    if (count > most_elements(std::vector<T>())) {
         throw std::length_error("cannot create std::vector larger than max_size()");
     }
     return count;

@@ -105,16 +105,16 @@ io_error_diagnostics_generic::io_error_diagnostics_generic()
 
 io_error_diagnostics_generic::~io_error_diagnostics_generic() = default;
 
-generic_impl& io_error_diagnostics_generic::list() const noexcept {
-    return static_cast<impl&>(*io_error_diagnostics::impl());
+generic_impl& io_error_diagnostics_generic::own_list() const noexcept {
+    return static_cast<impl&>(*list());
 }
 
 void io_error_diagnostics_generic::set(utility::string_view key, io_value value) {
-    list().set(key, std::move(value));
+    own_list().set(key, std::move(value));
 }
 
 void io_error_diagnostics_generic::remove(utility::string_view key) {
-    list().remove(key);
+    own_list().remove(key);
 }
 
 } // namespace tavi::ioapi::v2

@@ -29,19 +29,19 @@ TAVI_IOAPI_UNCHECKED node& node_at(node const* first, unsigned int index) {
 browse_result::impl::impl(std::vector<node> nodes) : nodes_(std::move(nodes)) {}
 
 void browse_result::impl::resize(unsigned int size) {
-    nodes_.resize(size);
+    detail::resize(nodes_, size);
 }
 
 void browse_result::impl::reserve(unsigned int capacity) {
-    nodes_.reserve(capacity);
+    detail::reserve(nodes_, capacity);
 }
 
 void browse_result::impl::push(node node) {
     detail::append(nodes_, std::move(node));
 }
 
-unsigned int browse_result::impl::size() const {
-    return detail::narrow_count(nodes_.size());
+unsigned int browse_result::impl::size() const noexcept {
+    return static_cast<unsigned int>(nodes_.size()); // the list is not let grow beyond it
 }
 
 void browse_result::impl::clear() noexcept {
@@ -76,7 +76,7 @@ browse_result::browse_result(utility::data_view<node const> nodes)
 
 TAVI_IOAPI_DEFINE_HANDLE(browse_result, browse_result);
 
-unsigned int browse_result::size() const {
+unsigned int browse_result::size() const noexcept {
     return impl_->size();
 }
 
@@ -151,7 +151,7 @@ utility::array<node> browse_result::get_nodes_by_class(browsing::node_class node
     found.reserve(size());
     std::copy_if(begin(), end(), std::back_inserter(found),
                  [&](node const& each) { return each.node_class == node_class; });
-    utility::array<node> nodes(static_cast<unsigned int>(found.size()));
+    utility::array<node> nodes(detail::narrow_count(found.size()));
     fill(nodes, found);
     return nodes;
 }

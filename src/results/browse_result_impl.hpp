@@ -15,7 +15,7 @@ public:
     TAVI_IOAPI_API void resize(unsigned int size);
     TAVI_IOAPI_API void reserve(unsigned int capacity);
     TAVI_IOAPI_API void push(browsing::node node);
-    TAVI_IOAPI_API unsigned int size() const;
+    TAVI_IOAPI_API unsigned int size() const noexcept;
     TAVI_IOAPI_API void clear() noexcept;
     TAVI_IOAPI_API browsing::node* data() noexcept;
     TAVI_IOAPI_API browsing::node const* data() const noexcept;

@@ -5,7 +5,6 @@
 #include <tavi/ioapi/v2/utility/data_view.hpp>
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 /// \file
@@ -17,9 +16,7 @@ namespace tavi::ioapi::v2::detail {
 /// \return one entry for each identifier, without a result yet.
 template <class Entry>
 utility::array<Entry> entries_for(utility::data_view<plc_identifier const> identifiers) {
-    // By the count: the distance of two pointers is too narrow for it on 32-bit platforms.
-    if (identifiers.size() > utility::array<Entry>::max_size()) throw std::bad_array_new_length();
-    return utility::array<Entry>(identifiers.begin(), identifiers.end());
+    return utility::array<Entry>::copies_of(identifiers.begin(), identifiers.size());
 }
 
 /// Start anew with these identifiers; the block stays where the size does.

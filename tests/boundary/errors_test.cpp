@@ -28,7 +28,7 @@ TEST_F(ErrorAcross, WasUsableInAnInitialiserOfTheModule) {
 }
 
 void expect_device_code(io_error const& error, int number) {
-    auto* const diagnostics = error.diagnostics().impl();
+    auto* const diagnostics = error.diagnostics().list();
     ASSERT_NE(diagnostics, nullptr);
     EXPECT_EQ(diagnostics->size(), 1U);
     EXPECT_EQ(*diagnostics->get("device_code").get_if<int>(), number);
@@ -68,8 +68,8 @@ TEST_F(ErrorAcross, IsToldApartByItsDynamicType) {
     io_error const library_counted = backend->detailed_error();
     io_error const self_counted = backend->self_counted_error();
     using counted = make_object_implementation<interfaces::io_error_diagnostics_impl>;
-    EXPECT_NE(dynamic_cast<counted*>(library_counted.diagnostics().impl()), nullptr);
-    EXPECT_EQ(dynamic_cast<counted*>(self_counted.diagnostics().impl()), nullptr);
+    EXPECT_NE(dynamic_cast<counted*>(library_counted.diagnostics().list()), nullptr);
+    EXPECT_EQ(dynamic_cast<counted*>(self_counted.diagnostics().list()), nullptr);
 }
 
 class ExceptionAcross : public boundary::WithModule {};
@@ -110,7 +110,7 @@ TEST_F(ExceptionAcross, KeepsTheDiagnosticsOfTheHost) {
     try {
         backend->raise(std::move(error));
     } catch (io_exception const& exception) {
-        EXPECT_EQ(exception.error().diagnostics().impl(), diagnostics.get());
+        EXPECT_EQ(exception.error().diagnostics().list(), diagnostics.get());
     }
     EXPECT_EQ(diagnostics.others(), 0U);
 }

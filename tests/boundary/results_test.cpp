@@ -48,8 +48,8 @@ TEST_F(ResultAcross, IsFilledWithErrorsOfEveryKind) {
         } else {
             EXPECT_EQ(&error.category(), &backend->category());
             EXPECT_EQ(error.code(), i % 3 == 0 ? 12 : 13);
-            ASSERT_NE(error.diagnostics().impl(), nullptr);
-            EXPECT_EQ(*error.diagnostics().impl()->get("device_code").get_if<int>(),
+            ASSERT_NE(error.diagnostics().list(), nullptr);
+            EXPECT_EQ(*error.diagnostics().list()->get("device_code").get_if<int>(),
                       100 * error.code());
         }
     }

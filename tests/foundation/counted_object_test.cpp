@@ -209,8 +209,8 @@ TEST_F(DiagnosticsInterface, GivesAnEntryOfKeyThenValue) {
 TEST_F(DiagnosticsInterface, IsReachedThroughAnError) {
     io_error error(io_errc::no_result);
     error.diagnostics(io_error_diagnostics(diagnostics));
-    EXPECT_EQ(error.diagnostics().impl()->size(), 2U);
-    EXPECT_EQ(*error.diagnostics().impl()->get("operation").get_if<utility::string>(), "read");
+    EXPECT_EQ(error.diagnostics().list()->size(), 2U);
+    EXPECT_EQ(*error.diagnostics().list()->get("operation").get_if<utility::string>(), "read");
 }
 
 } // namespace

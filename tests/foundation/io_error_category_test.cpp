@@ -67,7 +67,7 @@ TEST_P(GenericCode, IsCarriedByAMadeError) {
     io_error const error = make_io_error(GetParam().name);
     EXPECT_EQ(error.code(), GetParam().value);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
-    EXPECT_EQ(error.diagnostics().impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().list(), nullptr);
     EXPECT_EQ(error.message(), GetParam().message);
 }
 

@@ -35,28 +35,28 @@ protected:
 
 TEST_F(ErrorWithDiagnostics, HoldsOneReference) {
     EXPECT_EQ(diagnostics.others(), 1U);
-    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().list(), diagnostics.get());
 }
 
 TEST_F(ErrorWithDiagnostics, SharesThemWithItsCopy) {
     {
         io_error const copy(error);
         EXPECT_EQ(diagnostics.take_calls(), (calls{"add_ref"}));
-        EXPECT_EQ(copy.diagnostics().impl(), diagnostics.get());
+        EXPECT_EQ(copy.diagnostics().list(), diagnostics.get());
         EXPECT_EQ(copy, error);
         EXPECT_EQ(diagnostics.others(), 2U);
         diagnostics.take_calls();
     }
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
-    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().list(), diagnostics.get());
     EXPECT_EQ(diagnostics.others(), 1U);
 }
 
 TEST_F(ErrorWithDiagnostics, GivesThemUpWhenMovedFrom) {
     io_error const target(std::move(error));
     EXPECT_EQ(diagnostics.take_calls(), calls{});
-    EXPECT_EQ(target.diagnostics().impl(), diagnostics.get());
-    EXPECT_EQ(error.diagnostics().impl(), nullptr);
+    EXPECT_EQ(target.diagnostics().list(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().list(), nullptr);
 }
 
 TEST_F(ErrorWithDiagnostics, KeepsCodeAndCategoryWhenMovedFrom) {
@@ -67,7 +67,7 @@ TEST_F(ErrorWithDiagnostics, KeepsCodeAndCategoryWhenMovedFrom) {
     assigned = std::move(target);
     EXPECT_EQ(target.code(), 5);
     EXPECT_EQ(&target.category(), &generic_io_error_category());
-    EXPECT_EQ(target.diagnostics().impl(), nullptr);
+    EXPECT_EQ(target.diagnostics().list(), nullptr);
     EXPECT_EQ(assigned.code(), 5);
     EXPECT_EQ(diagnostics.take_calls(), calls{});
 }
@@ -77,7 +77,7 @@ TEST_F(ErrorWithDiagnostics, SharesThemWithATargetOfAssignment) {
     target = error;
     EXPECT_EQ(diagnostics.take_calls(), (calls{"add_ref"}));
     EXPECT_EQ(target, error);
-    EXPECT_EQ(target.diagnostics().impl(), diagnostics.get());
+    EXPECT_EQ(target.diagnostics().list(), diagnostics.get());
 }
 
 TEST_F(ErrorWithDiagnostics, DropsThemForThoseOfTheSource) {
@@ -89,13 +89,13 @@ TEST_F(ErrorWithDiagnostics, DropsThemForThoseOfTheSource) {
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
     EXPECT_EQ(others.take_calls(), (calls{"add_ref"}));
     EXPECT_EQ(error.code(), 0x7fffffff);
-    EXPECT_EQ(error.diagnostics().impl(), others.get());
+    EXPECT_EQ(error.diagnostics().list(), others.get());
 }
 
 TEST_F(ErrorWithDiagnostics, DropsThemForASourceWithoutAny) {
     error = io_error();
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
-    EXPECT_EQ(error.diagnostics().impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().list(), nullptr);
     EXPECT_EQ(error.code(), 0);
 }
 
@@ -107,15 +107,15 @@ TEST_F(ErrorWithDiagnostics, DropsThemForThoseOfAMovedSource) {
     error = std::move(source);
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
     EXPECT_EQ(others.take_calls(), calls{});
-    EXPECT_EQ(error.diagnostics().impl(), others.get());
-    EXPECT_EQ(source.diagnostics().impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().list(), others.get());
+    EXPECT_EQ(source.diagnostics().list(), nullptr);
     EXPECT_EQ(others.others(), 1U);
 }
 
 TEST_F(ErrorWithDiagnostics, ReleasesBeforeItAddsWhenAssignedToItself) {
     error = same(error); // the test's own reference keeps them alive in between
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release", "add_ref"}));
-    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().list(), diagnostics.get());
     EXPECT_EQ(error.code(), 5);
 }
 
@@ -130,7 +130,7 @@ TEST_F(ErrorWithDiagnostics, ReleasesBeforeItAddsWhenBothShareThem) {
 TEST_F(ErrorWithDiagnostics, EndsWithoutThemWhenMovedToItself) {
     error = std::move(same(error));
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));
-    EXPECT_EQ(error.diagnostics().impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().list(), nullptr);
     EXPECT_EQ(error.code(), 5);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
 }
@@ -151,22 +151,22 @@ TEST_F(ErrorWithDiagnostics, ReplacesThemByOthers) {
     EXPECT_EQ(others.take_calls(), (calls{"add_ref"}));
     error.diagnostics(io_error_diagnostics(nullptr));
     EXPECT_EQ(others.take_calls(), (calls{"release"}));
-    EXPECT_EQ(error.diagnostics().impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().list(), nullptr);
     EXPECT_EQ(error.code(), 5);
 }
 
 TEST_F(ErrorWithDiagnostics, SurvivesAttachingWhatItHolds) {
-    error.diagnostics(io_error_diagnostics(error.diagnostics().impl()));
+    error.diagnostics(io_error_diagnostics(error.diagnostics().list()));
     EXPECT_EQ(diagnostics.others(), 1U);
-    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().list(), diagnostics.get());
 }
 
 TEST_F(ErrorWithDiagnostics, MovesThemIntoAnException) {
     {
         io_exception const exception(std::move(error));
         EXPECT_EQ(diagnostics.take_calls(), calls{});
-        EXPECT_EQ(error.diagnostics().impl(), nullptr);
-        EXPECT_EQ(exception.error().diagnostics().impl(), diagnostics.get());
+        EXPECT_EQ(error.diagnostics().list(), nullptr);
+        EXPECT_EQ(exception.error().diagnostics().list(), diagnostics.get());
         EXPECT_EQ(diagnostics.others(), 1U);
         diagnostics.take_calls();
     }
@@ -176,7 +176,7 @@ TEST_F(ErrorWithDiagnostics, MovesThemIntoAnException) {
 TEST_F(ErrorWithDiagnostics, SharesThemWithAnExceptionMadeFromACopy) {
     io_exception const exception(error);
     EXPECT_EQ(diagnostics.take_calls(), (calls{"add_ref"}));
-    EXPECT_EQ(error.diagnostics().impl(), diagnostics.get());
+    EXPECT_EQ(error.diagnostics().list(), diagnostics.get());
     EXPECT_EQ(diagnostics.others(), 2U);
 }
 
@@ -186,7 +186,7 @@ TEST_F(ErrorWithDiagnostics, SharesThemWithCopiesOfAnException) {
     {
         io_exception const copy(exception);
         EXPECT_EQ(diagnostics.take_calls(), (calls{"add_ref"}));
-        EXPECT_EQ(copy.error().diagnostics().impl(), diagnostics.get());
+        EXPECT_EQ(copy.error().diagnostics().list(), diagnostics.get());
         diagnostics.take_calls();
     }
     EXPECT_EQ(diagnostics.take_calls(), (calls{"release"}));

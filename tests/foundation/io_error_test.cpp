@@ -23,7 +23,7 @@ TEST(IoError, SaysSuccessByDefault) {
     io_error const error;
     EXPECT_EQ(error.code(), 0);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
-    EXPECT_EQ(error.diagnostics().impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().list(), nullptr);
     EXPECT_TRUE(error.ok());
     EXPECT_FALSE(error.failed());
     EXPECT_FALSE(static_cast<bool>(error));
@@ -45,7 +45,7 @@ TEST(IoError, KeepsAnyNumberOfACategory) {
         io_error const error(category, code);
         EXPECT_EQ(error.code(), code);
         EXPECT_EQ(&error.category(), &category);
-        EXPECT_EQ(error.diagnostics().impl(), nullptr);
+        EXPECT_EQ(error.diagnostics().list(), nullptr);
         EXPECT_EQ(error.ok(), code == 0);
     }
 }
@@ -86,7 +86,7 @@ TEST(IoErrorReset, GivesSuccessOfTheGenericCategory) {
     error.reset();
     EXPECT_EQ(error.code(), 0);
     EXPECT_EQ(&error.category(), &generic_io_error_category());
-    EXPECT_EQ(error.diagnostics().impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().list(), nullptr);
     EXPECT_EQ(diagnostics.take_calls(), (std::vector<std::string>{"release"}));
     EXPECT_EQ(diagnostics.others(), 0U);
 }

@@ -62,7 +62,7 @@ TEST(IoException, ReleasesTheDiagnosticsWhenItCannotBeMade) {
         test_support::allocation_failure const failure(1);
         EXPECT_THROW(io_exception{std::move(error)}, std::bad_alloc);
     }
-    EXPECT_EQ(error.diagnostics().impl(), nullptr);
+    EXPECT_EQ(error.diagnostics().list(), nullptr);
     EXPECT_EQ(diagnostics.others(), 0U);
 }
 

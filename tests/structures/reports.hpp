@@ -30,7 +30,7 @@ template <class Call>
     if (error.code() != static_cast<int>(expected)) {
         return ::testing::AssertionFailure() << "code " << error.code();
     }
-    if (error.diagnostics().impl() != nullptr || diagnostics.others() != 0) {
+    if (error.diagnostics().list() != nullptr || diagnostics.others() != 0) {
         return ::testing::AssertionFailure() << "the old diagnostics are still held";
     }
     return ::testing::AssertionSuccess();

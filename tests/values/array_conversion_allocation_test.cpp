@@ -37,7 +37,7 @@ std::size_t fail_each_allocation_to(io_value const& source) {
             array<T> const result = detail::get_as<array<T>>(source, error);
             hit = failure.hit();
             EXPECT_EQ(error.code(), hit ? 8 : 0);
-            EXPECT_EQ(error.diagnostics().impl(), nullptr);
+            EXPECT_EQ(error.diagnostics().list(), nullptr);
             if (hit) {
                 EXPECT_EQ(result.size(), 0U);
                 EXPECT_EQ(result.data(), nullptr);

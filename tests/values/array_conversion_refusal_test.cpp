@@ -85,7 +85,7 @@ TEST(ArrayConversionFrom, ClearsTheErrorFirst) {
             (void)detail::get_as<array<T>>(sample, error);
             EXPECT_NE(error.code(), 77);
             EXPECT_EQ(&error.category(), &generic_io_error_category());
-            EXPECT_EQ(error.diagnostics().impl(), nullptr);
+            EXPECT_EQ(error.diagnostics().list(), nullptr);
             EXPECT_EQ(diagnostics.released, 1);
         }
     });

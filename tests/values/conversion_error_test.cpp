@@ -34,7 +34,7 @@ protected:
     }
     void expect_cleared(io_error const& error) {
         EXPECT_EQ(&error.category(), &generic_io_error_category());
-        EXPECT_EQ(error.diagnostics().impl(), nullptr);
+        EXPECT_EQ(error.diagnostics().list(), nullptr);
         EXPECT_EQ(diagnostics.added, 1);
         EXPECT_EQ(diagnostics.released, 1);
     }
@@ -190,7 +190,7 @@ TEST(ConversionToText, IsUnhandledWhereMemoryIsExhausted) {
         }
         EXPECT_TRUE(hit) << value.index();
         EXPECT_EQ(error, io_error(io_errc::unhandled_exception)) << value.index();
-        EXPECT_EQ(error.diagnostics().impl(), nullptr);
+        EXPECT_EQ(error.diagnostics().list(), nullptr);
         EXPECT_EQ(test_support::live_blocks(), before);
     }
 }

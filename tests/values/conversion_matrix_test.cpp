@@ -43,7 +43,7 @@ void expect_conversion(io_value const& value, any_source const& what, std::strin
                       << static_cast<int>(expected.code);
     }
     EXPECT_EQ(&error.category(), &generic_io_error_category()) << name;
-    EXPECT_EQ(error.diagnostics().impl(), nullptr) << name;
+    EXPECT_EQ(error.diagnostics().list(), nullptr) << name;
     EXPECT_EQ(diagnostics.released, 1) << name;
     EXPECT_EQ(image_of(value), before) << name;
 }

@@ -157,7 +157,7 @@ TEST(DeclaredType, ClearsTheErrorFirst) {
         (void)io_value("abc").to_variant(type, error);
         EXPECT_NE(error.code(), 77);
         EXPECT_EQ(&error.category(), &generic_io_error_category());
-        EXPECT_EQ(error.diagnostics().impl(), nullptr);
+        EXPECT_EQ(error.diagnostics().list(), nullptr);
     }
 }
 

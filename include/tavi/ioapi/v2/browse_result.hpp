@@ -16,9 +16,9 @@ namespace tavi::ioapi::v2 {
 /// checked by index. Not synchronised.
 ///
 /// Where memory is exhausted the result stays as it was, save in copy assignment, which then may
-/// leave some of the nodes of each. All that adds nodes raises `std::bad_alloc`, and
-/// `std::length_error` beyond the most nodes that a standard vector can hold (14913080 on 32-bit
-/// platforms).
+/// leave some of the nodes of each and one that is mixed. All that adds nodes raises
+/// `std::bad_alloc`, and `std::length_error` beyond the most nodes that a standard vector can hold
+/// (14913080 on 32-bit platforms) or 32 bits can count.
 class TAVI_IOAPI_API browse_result {
 public:
     class impl;
@@ -41,7 +41,7 @@ public:
     ~browse_result();
 
     /// The number of nodes.
-    [[nodiscard]] unsigned int size() const;
+    [[nodiscard]] unsigned int size() const noexcept;
     /// Whether there are no nodes.
     [[nodiscard]] bool empty() const { return begin() == end(); }
 

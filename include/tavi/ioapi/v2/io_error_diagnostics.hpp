@@ -62,13 +62,14 @@ public:
     /// A copy of the value under `key`, or the empty value. \throws std::bad_alloc
     [[nodiscard]] TAVI_IOAPI_API io_value get(utility::string_view key) const;
 
-    /// The entries in order; `begin` allocates. Iterators end with the next change of the list.
+    /// The entries in order; `begin` allocates. Iterators end with the next change of the list, and
+    /// with the last handle or error that holds it: they do not keep it alive.
     /// \throws std::bad_alloc
     [[nodiscard]] TAVI_IOAPI_API const_iterator begin() const TAVI_IOAPI_LIFETIMEBOUND;
     [[nodiscard]] TAVI_IOAPI_API const_iterator end() const noexcept TAVI_IOAPI_LIFETIMEBOUND;
 
     /// The counted object behind this handle, or null. It stays this handle's.
-    [[nodiscard]] interfaces::io_error_diagnostics_impl* impl() const noexcept { return impl_; }
+    [[nodiscard]] interfaces::io_error_diagnostics_impl* list() const noexcept { return impl_; }
 
 protected:
     struct adopted {};

@@ -27,15 +27,15 @@ public:
     TAVI_IOAPI_API ~io_error_diagnostics_generic();
 
     /// Put a value under a key, in place of the one that may be there. Logarithmic to find, linear
-    /// to insert. Ends all iterators. \throws std::bad_alloc, std::length_error; then the list is
-    /// as it was
+    /// to insert; a list that grows copies all values. Ends all iterators. \throws std::bad_alloc,
+    /// std::length_error; then the list is as it was
     TAVI_IOAPI_API void set(utility::string_view key, io_value value);
 
     /// Remove the entry under `key`; without one nothing happens. Ends all iterators.
     TAVI_IOAPI_API void remove(utility::string_view key);
 
 private:
-    [[nodiscard]] impl& list() const noexcept;
+    [[nodiscard]] impl& own_list() const noexcept;
 };
 
 static_assert(sizeof(io_error_diagnostics_generic) == sizeof(void*), "a handle is one pointer");

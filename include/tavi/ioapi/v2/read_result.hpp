@@ -17,7 +17,8 @@ namespace tavi::ioapi::v2 {
 /// order asked for. An entry that the backend never touched says `no_result` by itself.
 ///
 /// An array of entries without spare capacity: every change of size moves all entries, and nothing
-/// is checked by index. Copies are deep; a moved-from result is empty. Not synchronised.
+/// is checked by index. Copies are deep, but for the diagnostics of errors, which are shared; a
+/// moved-from result is empty. Not synchronised.
 class read_result {
 public:
     /// The answer for one variable: no result yet, a value, or an error. An error clears the value

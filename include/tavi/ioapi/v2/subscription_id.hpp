@@ -4,6 +4,7 @@
 #include "interfaces/object.hpp"
 
 #include <cstddef>
+#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -42,8 +43,15 @@ public:
 
     subscription_id(subscription_id const&) = delete;
     subscription_id(subscription_id&& other) noexcept
-        : kind_(std::exchange(other.kind_, subscription_id_kind::none)),
-          payload_(std::exchange(other.payload_, payload())) {}
+        : kind_(std::exchange(other.kind_, subscription_id_kind::none)) {
+        // The word alone where that is all: what lies behind it stays zero.
+        if (kind_ == subscription_id_kind::number) {
+            payload_.number = other.payload_.number;
+        } else {
+            std::memcpy(&payload_, &other.payload_, sizeof(void*));
+        }
+        other.payload_ = payload();
+    }
     subscription_id& operator=(subscription_id const&) = delete;
     subscription_id& operator=(subscription_id&& other) noexcept {
         subscription_id taken(std::move(other));

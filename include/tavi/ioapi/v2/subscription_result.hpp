@@ -54,6 +54,7 @@ public:
     TAVI_IOAPI_API ~subscription_result();
 
     /// Store that a variable is subscribed to, in place of what was stored for it.
+    /// \param id  taken over in every case
     /// \throws std::bad_alloc; then the result is as it was
     TAVI_IOAPI_API void set(plc_identifier const& identifier,
                             io_data_type data_type,
@@ -69,7 +70,8 @@ public:
     /// Whether there is an entry.
     [[nodiscard]] TAVI_IOAPI_API bool has(plc_identifier const& identifier) const;
 
-    /// The entry, or `not_found()`. Valid until the entry is removed or the result destroyed.
+    /// The entry, or `not_found()`. Valid until the entry is removed or the result destroyed; a
+    /// `set` for the same variable changes it in place.
     [[nodiscard]] TAVI_IOAPI_API variable_result const& get(plc_identifier const& identifier) const
         TAVI_IOAPI_LIFETIMEBOUND;
     [[nodiscard]] TAVI_IOAPI_API variable_result const& operator[](
@@ -104,7 +106,7 @@ private:
 class subscription_result::const_iterator {
 public:
     class impl;
-    using iterator_category = std::forward_iterator_tag;
+    using iterator_category = std::input_iterator_tag;
     using value_type = variable_result;
     using difference_type = std::ptrdiff_t;
     using pointer = variable_result const*;

@@ -16,7 +16,8 @@ namespace tavi::ioapi::v2 {
 /// succeeded must be told by a default `io_error`.
 ///
 /// An array of entries without spare capacity: every change of size moves all entries, and nothing
-/// is checked by index. Copies are deep; a moved-from result is empty. Not synchronised.
+/// is checked by index. Copies are deep, but for the diagnostics of errors, which are shared; a
+/// moved-from result is empty. Not synchronised.
 class write_result {
 public:
     /// The outcome for one variable. An entry that `resize` adds reads as success.

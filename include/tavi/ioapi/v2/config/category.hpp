@@ -52,6 +52,8 @@ public:
     [[nodiscard]] utility::data_view<option> options() TAVI_IOAPI_LIFETIMEBOUND;
 
     /// Add an option at the end. \return false, and nothing changes, where its key is taken
+    /// \param option  where it is moved, it is taken over in every case and must not be one of this
+    ///     category's own
     /// \throws std::bad_alloc, std::length_error; then the category is as it was
     bool add_option(option const& option);
     bool add_option(option&& option);

@@ -31,7 +31,8 @@ public:
 
     config_template(config_template const&);
     config_template(config_template&&) noexcept;
-    /// In place, one by one: when memory is exhausted the target may hold some of each.
+    /// In place, one by one: when memory is exhausted the target may hold some of each, and one
+    /// that is mixed.
     config_template& operator=(config_template const&);
     config_template& operator=(config_template&&) noexcept;
     ~config_template();
@@ -42,6 +43,8 @@ public:
     [[nodiscard]] utility::data_view<category> categories() TAVI_IOAPI_LIFETIMEBOUND;
 
     /// Add a category at the end. \return false, and nothing changes, where its name is taken
+    /// \param category  where it is moved, it is taken over in every case and must not be one of
+    ///     this template's own
     /// \throws std::bad_alloc, std::length_error; then the template is as it was
     bool add_category(category category);
 

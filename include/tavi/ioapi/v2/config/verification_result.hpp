@@ -40,7 +40,8 @@ public:
 
     verification_result(verification_result const&);
     verification_result(verification_result&&) noexcept;
-    /// In place, one by one: when memory is exhausted the target may hold some of each.
+    /// In place, one by one: when memory is exhausted the target may hold some of each, and one
+    /// that is mixed.
     verification_result& operator=(verification_result const&);
     verification_result& operator=(verification_result&&) noexcept;
     ~verification_result();

@@ -71,7 +71,16 @@ public:
     explicit array(std::vector<T> const& elements) : array(elements.begin(), elements.end()) {}
 
     /// Copies of the elements of a view.
-    explicit array(data_view<T const> elements) : array(elements.begin(), elements.end()) {}
+    explicit array(data_view<T const> elements)
+        : array(copies_of(elements.begin(), elements.size())) {}
+
+    /// \return copies of `count` elements from `first` on. Beyond 2 GiB of elements, 32-bit
+    /// platforms can only count them: the distance of two pointers is too narrow there.
+    template <class Iterator, if_forward<Iterator> = true>
+    [[nodiscard]] static array copies_of(Iterator first, unsigned int count) {
+        return array(counted{}, count,
+                     [&](detail::element_run<T>& elements) { elements.build_copies(first); });
+    }
 
     /// \return an array of the arguments, each of which converts to `T` implicitly and is moved in
     /// where it can be.
@@ -88,7 +97,7 @@ public:
     }
 
     /// Copies of all elements, deep.
-    array(array const& other) : array(other.begin(), other.end()) {}
+    array(array const& other) : array(copies_of(other.begin(), other.size())) {}
 
     /// Takes the block and leaves no elements.
     array(array&& other) noexcept
