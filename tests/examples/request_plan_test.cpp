@@ -34,9 +34,9 @@ protected:
     }
 
     [[nodiscard]] std::vector<std::string> planned() const {
-        std::vector<std::string> texts;
-        for (auto const& one : plan_requests(wanted_)) texts.push_back(shown(one));
-        return texts;
+        std::vector<std::string> lines;
+        for (auto const& one : plan_requests(wanted_)) lines.push_back(shown(one));
+        return lines;
     }
 
     [[nodiscard]] std::vector<std::string> halves() const {

@@ -10,10 +10,10 @@
 
 namespace {
 
-using words = std::vector<std::uint16_t>;
+using registers = std::vector<std::uint16_t>;
 
-words at(std::span<std::uint16_t const> registers, std::size_t first, std::size_t count) {
-    auto const part = registers.subspan(first, count);
+registers at(std::span<std::uint16_t const> table, std::size_t first, std::size_t count) {
+    auto const part = table.subspan(first, count);
     return {part.begin(), part.end()};
 }
 
@@ -50,103 +50,104 @@ TEST(station, level_switches_follow_the_level) {
 
 TEST(station, input_registers_at_the_start) {
     auto const shown = station::image_at(0);
-    EXPECT_EQ(at(shown.inputs, station::level, 2), (words{0x4000, 0x0000})); // 2.0
-    EXPECT_EQ(at(shown.inputs, station::flow, 2), (words{0x0000, 0x4148}));  // 12.5
-    EXPECT_EQ(at(shown.inputs, station::temperature, 1), (words{0xFFCE}));   // -50
-    EXPECT_EQ(at(shown.inputs, station::vibration, 1), (words{0x2C01}));     // 300 = 0x012C
-    EXPECT_EQ(at(shown.inputs, station::power, 2), (words{0x0001, 0x86A0})); // 100000
+    EXPECT_EQ(at(shown.inputs, station::level, 2), (registers{0x4000, 0x0000})); // 2.0
+    EXPECT_EQ(at(shown.inputs, station::flow, 2), (registers{0x0000, 0x4148}));  // 12.5
+    EXPECT_EQ(at(shown.inputs, station::temperature, 1), (registers{0xFFCE}));   // -50
+    EXPECT_EQ(at(shown.inputs, station::vibration, 1), (registers{0x2C01}));     // 300 = 0x012C
+    EXPECT_EQ(at(shown.inputs, station::power, 2), (registers{0x0001, 0x86A0})); // 100000
     // 1234.5 = 1.2055664... * 2^10
-    EXPECT_EQ(at(shown.inputs, station::energy, 4), (words{0x4093, 0x4A00, 0, 0}));
+    EXPECT_EQ(at(shown.inputs, station::energy, 4), (registers{0x4093, 0x4A00, 0, 0}));
     // 10^16 + 1 = 0x2386F26FC10001
-    EXPECT_EQ(at(shown.inputs, station::volume, 4), (words{0x0023, 0x86F2, 0x6FC1, 0x0001}));
+    EXPECT_EQ(at(shown.inputs, station::volume, 4), (registers{0x0023, 0x86F2, 0x6FC1, 0x0001}));
     // -9 10^9 = 0xFFFFFFFDE78EE600
-    EXPECT_EQ(at(shown.inputs, station::balance, 4), (words{0xE600, 0xE78E, 0xFFFD, 0xFFFF}));
+    EXPECT_EQ(at(shown.inputs, station::balance, 4), (registers{0xE600, 0xE78E, 0xFFFD, 0xFFFF}));
     // 4 10^9 = 0xEE6B2800
-    EXPECT_EQ(at(shown.inputs, station::starts, 2), (words{0x2800, 0xEE6B}));
-    EXPECT_EQ(at(shown.inputs, station::ticks, 2), (words{0, 0}));
+    EXPECT_EQ(at(shown.inputs, station::starts, 2), (registers{0x2800, 0xEE6B}));
+    EXPECT_EQ(at(shown.inputs, station::ticks, 2), (registers{0, 0}));
 }
 
 TEST(station, input_registers_move_with_the_clock) {
     auto const shown = station::image_at(119);
-    EXPECT_EQ(at(shown.inputs, station::level, 2), (words{0x4070, 0x0000})); // 3.75
-    EXPECT_EQ(at(shown.inputs, station::flow, 2), (words{0x0000, 0x4188}));  // 17
-    EXPECT_EQ(at(shown.inputs, station::temperature, 1), (words{83}));
-    EXPECT_EQ(at(shown.inputs, station::vibration, 1), (words{0xA301}));     // 419 = 0x01A3
-    EXPECT_EQ(at(shown.inputs, station::power, 2), (words{0xFFFC, 0xB828})); // -215000
+    EXPECT_EQ(at(shown.inputs, station::level, 2), (registers{0x4070, 0x0000})); // 3.75
+    EXPECT_EQ(at(shown.inputs, station::flow, 2), (registers{0x0000, 0x4188}));  // 17
+    EXPECT_EQ(at(shown.inputs, station::temperature, 1), (registers{83}));
+    EXPECT_EQ(at(shown.inputs, station::vibration, 1), (registers{0xA301}));     // 419 = 0x01A3
+    EXPECT_EQ(at(shown.inputs, station::power, 2), (registers{0xFFFC, 0xB828})); // -215000
     // 1249.375 = 0x4E1.6, hence 0x1.3858 * 2^10
-    EXPECT_EQ(at(shown.inputs, station::energy, 4), (words{0x4093, 0x8580, 0, 0}));
+    EXPECT_EQ(at(shown.inputs, station::energy, 4), (registers{0x4093, 0x8580, 0, 0}));
     // 10^16 + 1 + 2975 (0x0B9F)
-    EXPECT_EQ(at(shown.inputs, station::volume, 4), (words{0x0023, 0x86F2, 0x6FC1, 0x0BA0}));
+    EXPECT_EQ(at(shown.inputs, station::volume, 4), (registers{0x0023, 0x86F2, 0x6FC1, 0x0BA0}));
     // -9 10^9 + 29750 (0x7436)
-    EXPECT_EQ(at(shown.inputs, station::balance, 4), (words{0x5A36, 0xE78F, 0xFFFD, 0xFFFF}));
+    EXPECT_EQ(at(shown.inputs, station::balance, 4), (registers{0x5A36, 0xE78F, 0xFFFD, 0xFFFF}));
     // 4 10^9 + 1190 (0x04A6)
-    EXPECT_EQ(at(shown.inputs, station::starts, 2), (words{0x2CA6, 0xEE6B}));
-    EXPECT_EQ(at(shown.inputs, station::ticks, 2), (words{0, 119}));
+    EXPECT_EQ(at(shown.inputs, station::starts, 2), (registers{0x2CA6, 0xEE6B}));
+    EXPECT_EQ(at(shown.inputs, station::ticks, 2), (registers{0, 119}));
 }
 
 TEST(station, holding_registers_at_the_start) {
     auto const shown = station::image_at(0);
     EXPECT_EQ(shown.holdings[station::step], 0);
     EXPECT_EQ(shown.holdings[station::setpoint], 1500);
-    EXPECT_EQ(at(shown.holdings, station::operating, 2), (words{0x0001, 0x5180})); // 86400
-    EXPECT_EQ(at(shown.holdings, station::name, 8),
-              (words{0x5075, 0x6D70, 0x2073, 0x7461, 0x7469, 0x6F6E, 0x2037, 0})); // Pump station 7
+    EXPECT_EQ(at(shown.holdings, station::operating, 2), (registers{0x0001, 0x5180})); // 86400
+    EXPECT_EQ(
+        at(shown.holdings, station::name, 8),
+        (registers{0x5075, 0x6D70, 0x2073, 0x7461, 0x7469, 0x6F6E, 0x2037, 0})); // Pump station 7
     EXPECT_EQ(at(shown.holdings, station::state, 4),
-              (words{0x6966, 0x6C6C, 0x6E69, 0x0067})); // fi ll in g
+              (registers{0x6966, 0x6C6C, 0x6E69, 0x0067})); // fi ll in g
     // 0.1 = 0x3FB999999999999A
-    EXPECT_EQ(at(shown.holdings, station::gain, 4), (words{0x999A, 0x9999, 0x9999, 0x3FB9}));
+    EXPECT_EQ(at(shown.holdings, station::gain, 4), (registers{0x999A, 0x9999, 0x9999, 0x3FB9}));
 }
 
 TEST(station, holding_registers_move_with_the_clock) {
     auto const shown = station::image_at(119);
     EXPECT_EQ(shown.holdings[station::step], 0);
     EXPECT_EQ(shown.holdings[station::setpoint], 1540);
-    EXPECT_EQ(at(shown.holdings, station::operating, 2), (words{0x0001, 0x6D64})); // 93540
+    EXPECT_EQ(at(shown.holdings, station::operating, 2), (registers{0x0001, 0x6D64})); // 93540
     EXPECT_EQ(at(shown.holdings, station::state, 4),
-              (words{0x7264, 0x6961, 0x696E, 0x676E}));                        // dr ai ni ng
-    EXPECT_EQ(at(shown.holdings, station::gain, 4), (words{0, 0, 0, 0x3FF0})); // 1.0
+              (registers{0x7264, 0x6961, 0x696E, 0x676E}));                        // dr ai ni ng
+    EXPECT_EQ(at(shown.holdings, station::gain, 4), (registers{0, 0, 0, 0x3FF0})); // 1.0
 }
 
 // 2 - i / 8. From 2 down the exponent is 1 only for 2 itself; below, 1 + k / 8 is 0x3F80 with k in
 // the three bits below the exponent, each step 0x0010.
 TEST(station, the_profile_falls_from_chamber_to_chamber) {
     EXPECT_EQ(at(station::image_at(0).inputs, station::profile, 16),
-              (words{0x4000, 0, 0x3FF0, 0, 0x3FE0, 0, 0x3FD0, 0, 0x3FC0, 0, 0x3FB0, 0, 0x3FA0, 0,
-                     0x3F90, 0}));
+              (registers{0x4000, 0, 0x3FF0, 0, 0x3FE0, 0, 0x3FD0, 0, 0x3FC0, 0, 0x3FB0, 0, 0x3FA0,
+                         0, 0x3F90, 0}));
 }
 
 // 119 mod 8 = 7: from 3.75 = 0x4070 down to 2.875, in steps of 0x0008.
 TEST(station, the_profile_moves_with_the_level) {
     EXPECT_EQ(at(station::image_at(119).inputs, station::profile, 16),
-              (words{0x4070, 0, 0x4068, 0, 0x4060, 0, 0x4058, 0, 0x4050, 0, 0x4048, 0, 0x4040, 0,
-                     0x4038, 0}));
+              (registers{0x4070, 0, 0x4068, 0, 0x4060, 0, 0x4058, 0, 0x4050, 0, 0x4048, 0, 0x4040,
+                         0, 0x4038, 0}));
 }
 
 // 1450 = 0x5AA = 1.416015625 * 2^10, 120 = 0x78.
 TEST(station, a_running_pump_and_a_resting_one_at_the_start) {
     auto const shown = station::image_at(0);
     EXPECT_EQ(at(shown.holdings, station::pump_1, 8),
-              (words{1, 0x4000, 0x44B5, 0, 1000, 0x7800, 0x7A00, 0x7C00}));
-    EXPECT_EQ(at(shown.holdings, station::pump_2, 8), (words{0, 0, 0, 0, 2000, 0, 0, 0}));
+              (registers{1, 0x4000, 0x44B5, 0, 1000, 0x7800, 0x7A00, 0x7C00}));
+    EXPECT_EQ(at(shown.holdings, station::pump_2, 8), (registers{0, 0, 0, 0, 2000, 0, 0, 0}));
 }
 
 // 119 mod 4 = 3, so pump 2 runs at 1451.5, which is 1450 and 3 steps of 2^-1; 119 mod 3 = 2, and
 // 119 / 4 is 29.
 TEST(station, the_pumps_have_changed_places) {
     auto const shown = station::image_at(119);
-    EXPECT_EQ(at(shown.holdings, station::pump_1, 8), (words{0, 0, 0, 0, 1029, 0, 0, 0}));
+    EXPECT_EQ(at(shown.holdings, station::pump_1, 8), (registers{0, 0, 0, 0, 1029, 0, 0, 0}));
     EXPECT_EQ(at(shown.holdings, station::pump_2, 8),
-              (words{1, 0x7000, 0x44B5, 0, 2029, 0x7A00, 0x7C00, 0x7E00}));
+              (registers{1, 0x7000, 0x44B5, 0, 2029, 0x7A00, 0x7C00, 0x7E00}));
 }
 
 TEST(station, counters_wrap_without_disturbing_the_rest) {
     auto const last = std::uint64_t{0xFFFFFFFFFFFFFFFF}; // mod 2^32 = 2^32 - 1
     auto const shown = station::image_at(last);
-    EXPECT_EQ(at(shown.inputs, station::ticks, 2), (words{0xFFFF, 0xFFFF}));
+    EXPECT_EQ(at(shown.inputs, station::ticks, 2), (registers{0xFFFF, 0xFFFF}));
     // 86400 - 60 = 86340 = 0x15144
-    EXPECT_EQ(at(shown.holdings, station::operating, 2), (words{0x0001, 0x5144}));
+    EXPECT_EQ(at(shown.holdings, station::operating, 2), (registers{0x0001, 0x5144}));
     // 10^16 + 1 - 25 = ...C10001 - 0x19
-    EXPECT_EQ(at(shown.inputs, station::volume, 4), (words{0x0023, 0x86F2, 0x6FC0, 0xFFE8}));
+    EXPECT_EQ(at(shown.inputs, station::volume, 4), (registers{0x0023, 0x86F2, 0x6FC0, 0xFFE8}));
 }
 
 } // namespace

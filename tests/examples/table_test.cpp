@@ -11,7 +11,7 @@ namespace {
 namespace v2 = tavi::ioapi::v2;
 using quality = v2::io_data_value::value_quality;
 
-v2::read_result result_for(std::vector<v2::plc_identifier> const& identifiers) {
+v2::read_result result_with(std::vector<v2::plc_identifier> const& identifiers) {
     return v2::read_result(identifiers);
 }
 
@@ -21,7 +21,7 @@ bool print(std::ostream& out, v2::read_result const& result) {
 }
 
 TEST(table, shows_values_and_errors_in_columns) {
-    auto result = result_for({v2::plc_identifier("level"), v2::plc_identifier("x")});
+    auto result = result_with({v2::plc_identifier("level"), v2::plc_identifier("x")});
     result.set(0U, v2::io_data_value(2.5, v2::io_timestamp(1), quality::good));
     result.set(1U, v2::io_error(v2::io_errc::not_found));
     std::ostringstream out;
@@ -33,7 +33,7 @@ TEST(table, shows_values_and_errors_in_columns) {
 }
 
 TEST(table, is_all_well_when_no_entry_failed) {
-    auto result = result_for({v2::plc_identifier("unit 4", "level")});
+    auto result = result_with({v2::plc_identifier("unit 4", "level")});
     result.set(0U, v2::io_data_value(true, quality::uncertain));
     std::ostringstream out;
     EXPECT_TRUE(print(out, result));
@@ -44,12 +44,12 @@ TEST(table, is_all_well_when_no_entry_failed) {
 
 TEST(table, an_entry_that_was_never_answered_is_an_error) {
     std::ostringstream out;
-    EXPECT_FALSE(print(out, result_for({v2::plc_identifier("a")})));
+    EXPECT_FALSE(print(out, result_with({v2::plc_identifier("a")})));
     EXPECT_NE(out.str().find("generic:5 no result"), std::string::npos);
 }
 
 TEST(table, shows_arrays_on_one_line) {
-    auto result = result_for({v2::plc_identifier("a")});
+    auto result = result_with({v2::plc_identifier("a")});
     v2::io_value const numbers = v2::utility::array<int>{1, 2};
     result.set(0U, v2::io_data_value(numbers, quality::bad));
     std::ostringstream out;
@@ -66,7 +66,7 @@ TEST(table, names_the_structure_of_an_object) {
     auto const type = structures.add_structure(pump, error);
     v2::io_object object(type, pump);
     object.set("runs", true);
-    auto result = result_for({v2::plc_identifier("a")});
+    auto result = result_with({v2::plc_identifier("a")});
     result.set(0U, v2::io_data_value(object, quality::good));
     std::ostringstream out;
     EXPECT_TRUE(iohost::print_table(out, result, structures));

@@ -41,11 +41,11 @@ protected:
 
     /// What each entry reports, as text.
     static std::vector<std::string> errors(v2::read_result const& result) {
-        std::vector<std::string> texts;
+        std::vector<std::string> described;
         for (auto const& entry : result) {
-            texts.push_back(entry.ok() ? "ok" : describe(entry.error()));
+            described.push_back(entry.ok() ? "ok" : describe(entry.error()));
         }
-        return texts;
+        return described;
     }
 
     iohost::loaded_module module{BACKEND_PATH};
@@ -98,12 +98,12 @@ TEST_F(tcp_backend, gives_structures_under_the_id_in_the_dictionary_of_the_host)
     auto const structure = dictionary.get_structure(type.structure_id, error);
     EXPECT_EQ(error, v2::io_error());
     EXPECT_EQ(structure.name(), "pump_state");
-    using types = v2::io_data_type;
-    using kinds = types::basic_types;
-    EXPECT_EQ(structure.get_member("runs"), types::scalar(kinds::u16));
-    EXPECT_EQ(structure.get_member("speed"), types::scalar(kinds::flt));
-    EXPECT_EQ(structure.get_member("starts"), types::scalar(kinds::u32));
-    EXPECT_EQ(structure.get_member("currents"), types::array_of(kinds::u16));
+    using member = v2::io_data_type;
+    using member_kind = member::basic_types;
+    EXPECT_EQ(structure.get_member("runs"), member::scalar(member_kind::u16));
+    EXPECT_EQ(structure.get_member("speed"), member::scalar(member_kind::flt));
+    EXPECT_EQ(structure.get_member("starts"), member::scalar(member_kind::u32));
+    EXPECT_EQ(structure.get_member("currents"), member::array_of(member_kind::u16));
     EXPECT_EQ(std::distance(structure.begin(), structure.end()), 4);
 }
 

@@ -7,8 +7,8 @@
 namespace {
 
 namespace v2 = tavi::ioapi::v2;
-using types = v2::io_data_type;
-using kinds = types::basic_types;
+using declared = v2::io_data_type;
+using kinds = declared::basic_types;
 
 TEST(type_names, every_kind_alone_and_as_an_array) {
     struct {
@@ -22,16 +22,16 @@ TEST(type_names, every_kind_alone_and_as_an_array) {
         {"string", kinds::string}, {"object", kinds::object},
     };
     for (auto const& [name, kind] : expected) {
-        EXPECT_EQ(iohost::type_named(name), types::scalar(kind)) << name;
-        EXPECT_EQ(iohost::type_named(name + std::string("[]")), types::array_of(kind)) << name;
+        EXPECT_EQ(iohost::type_named(name), declared::scalar(kind)) << name;
+        EXPECT_EQ(iohost::type_named(name + std::string("[]")), declared::array_of(kind)) << name;
     }
 }
 
 TEST(type_names, objects_with_an_id) {
-    EXPECT_EQ(iohost::type_named("object<7>"), types::object(7));
+    EXPECT_EQ(iohost::type_named("object<7>"), declared::object(7));
     EXPECT_EQ(iohost::type_named("object<18446744073709551615>"),
-              types::object(18446744073709551615U));
-    auto many = types::object(7);
+              declared::object(18446744073709551615U));
+    auto many = declared::object(7);
     many.array_kind = 2;
     EXPECT_EQ(iohost::type_named("object<7>[]"), many);
 }
@@ -82,9 +82,9 @@ TEST(type_names, a_registered_structure_lends_its_name) {
 
 TEST(type_names, without_a_registered_structure_are_those_of_the_library) {
     v2::io_structure_dictionary structures;
-    EXPECT_EQ(iohost::name_of(types::object(7), structures), "object<7>");
-    EXPECT_EQ(iohost::name_of(types::object(0), structures), "object");
-    EXPECT_EQ(iohost::name_of(types::array_of(kinds::i32), structures), "i32[]");
+    EXPECT_EQ(iohost::name_of(declared::object(7), structures), "object<7>");
+    EXPECT_EQ(iohost::name_of(declared::object(0), structures), "object");
+    EXPECT_EQ(iohost::name_of(declared::array_of(kinds::i32), structures), "i32[]");
 }
 
 } // namespace

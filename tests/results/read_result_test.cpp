@@ -35,7 +35,7 @@ void expect_level(read_result::result_type const& entry) {
     EXPECT_EQ(entry.value().timestamp().ticks(), 17);
     EXPECT_EQ(entry.value().quality(), quality::good);
     EXPECT_EQ(entry.error(), io_error());
-    EXPECT_EQ(entry.error().diagnostics().impl(), nullptr);
+    EXPECT_EQ(entry.error().diagnostics().list(), nullptr);
     EXPECT_TRUE(entry.ok());
 }
 
@@ -107,7 +107,7 @@ TEST_F(ReadResult, ClearsTheErrorForAValue) {
     io_error error(io_errc::not_found);
     error.diagnostics(io_error_diagnostics(diagnostics.get()));
     result.set(0, std::move(error));
-    EXPECT_EQ(result[0].error().diagnostics().impl(), diagnostics.get());
+    EXPECT_EQ(result[0].error().diagnostics().list(), diagnostics.get());
     diagnostics.take_calls();
     result.set(0, level);
     expect_level(result[0]);

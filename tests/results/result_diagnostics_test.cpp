@@ -47,7 +47,7 @@ TYPED_TEST(ResultDiagnostics, AreMovedIn) {
         if (form == 1) this->result.set(0, std::move(error));
         if (form == 2) this->result.set(identifier, std::move(error));
         EXPECT_EQ(this->diagnostics.take_calls(), calls{});
-        EXPECT_EQ(this->result[0].error().diagnostics().impl(), this->diagnostics.get());
+        EXPECT_EQ(this->result[0].error().diagnostics().list(), this->diagnostics.get());
         EXPECT_EQ(this->result[0].error(), io_error(io_errc::not_found));
     }
 }
@@ -56,7 +56,7 @@ TYPED_TEST(ResultDiagnostics, AreReleasedWhereAnErrorReplacesThem) {
     this->result.set(0, this->detailed());
     this->result.set(0, io_errc::no_result);
     EXPECT_EQ(this->diagnostics.take_calls(), (calls{"release"}));
-    EXPECT_EQ(this->result[0].error().diagnostics().impl(), nullptr);
+    EXPECT_EQ(this->result[0].error().diagnostics().list(), nullptr);
 }
 
 TYPED_TEST(ResultDiagnostics, AreReleasedWhereASuccessReplacesThem) {
@@ -75,7 +75,7 @@ TYPED_TEST(ResultDiagnostics, AreMovedWhereTheResultGrows) {
     this->result.set(0, this->detailed());
     this->result.resize(9);
     EXPECT_EQ(this->diagnostics.take_calls(), calls{});
-    EXPECT_EQ(this->result[0].error().diagnostics().impl(), this->diagnostics.get());
+    EXPECT_EQ(this->result[0].error().diagnostics().list(), this->diagnostics.get());
 }
 
 TYPED_TEST(ResultDiagnostics, AreReleasedWhereTheirEntryIsDropped) {
@@ -89,7 +89,7 @@ TYPED_TEST(ResultDiagnostics, AreReleasedByAssign) {
     this->result.set(2, this->detailed());
     this->result.assign(same_size);
     EXPECT_EQ(this->diagnostics.others(), 0U);
-    EXPECT_EQ(this->result[2].error().diagnostics().impl(), nullptr);
+    EXPECT_EQ(this->result[2].error().diagnostics().list(), nullptr);
     std::vector<id> const larger(4);
     this->result.set(2, this->detailed());
     this->result.assign(larger);
@@ -100,7 +100,7 @@ TYPED_TEST(ResultDiagnostics, AreSharedByACopy) {
     this->result.set(1, this->detailed());
     {
         TypeParam const copy(this->result);
-        EXPECT_EQ(copy[1].error().diagnostics().impl(), this->diagnostics.get());
+        EXPECT_EQ(copy[1].error().diagnostics().list(), this->diagnostics.get());
         EXPECT_EQ(this->diagnostics.others(), 2U);
     }
     EXPECT_EQ(this->diagnostics.others(), 1U);

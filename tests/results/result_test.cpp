@@ -84,7 +84,7 @@ TYPED_TEST(Results, SayNoResultAtFirst) {
     for (auto const& entry : result) {
         EXPECT_EQ(entry.error(), make_io_error(io_errc::no_result));
         EXPECT_EQ(entry.error().message(), "no result");
-        EXPECT_EQ(entry.error().diagnostics().impl(), nullptr);
+        EXPECT_EQ(entry.error().diagnostics().list(), nullptr);
         EXPECT_FALSE(entry.ok());
     }
 }
