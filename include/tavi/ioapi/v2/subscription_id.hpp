@@ -48,7 +48,7 @@ public:
         if (kind_ == subscription_id_kind::number) {
             payload_.number = other.payload_.number;
         } else {
-            std::memcpy(&payload_, &other.payload_, sizeof(void*));
+            std::memcpy(static_cast<void*>(&payload_), &other.payload_, sizeof(void*));
         }
         other.payload_ = payload();
     }
@@ -81,9 +81,11 @@ private:
     friend struct detail::layout_of<subscription_id>;
 
     union payload {
-        unsigned long long number = 0; ///< first, so that all bytes of the payload start as zero
+        unsigned long long number; ///< the widest: all bytes of the payload start as zero
         void* address;
         interfaces::object* object;
+
+        payload() noexcept : number(0) {}
     };
 
     subscription_id_kind kind_ = subscription_id_kind::none;
