@@ -72,7 +72,7 @@ template <class Real>
 std::vector<Real> real_bounds() {
     using limits = std::numeric_limits<Real>;
     using single = std::numeric_limits<float>;
-    constexpr Real infinity = limits::infinity();
+    constexpr Real endless = limits::infinity();
     std::vector<Real> bounds;
     auto const add = [&](Real number) {
         bounds.push_back(number);
@@ -82,22 +82,22 @@ std::vector<Real> real_bounds() {
         if (bound.negative) continue;
         Real const number = static_cast<Real>(bound.magnitude);
         for (Real const near :
-             {number, number - Real(0.5), number + Real(0.5), std::nextafter(number, -infinity),
-              std::nextafter(number, infinity)}) {
+             {number, number - Real(0.5), number + Real(0.5), std::nextafter(number, -endless),
+              std::nextafter(number, endless)}) {
             add(near);
         }
     }
     for (Real const number :
          {Real(0.1), Real(0.25), Real(1) / 3, Real(1.5), Real(2.5), Real(1e6), Real(1e15),
           Real(1e20), Real(1e30), limits::min(), limits::denorm_min(), limits::max(),
-          limits::epsilon(), std::nextafter(limits::max(), Real(0)), infinity,
+          limits::epsilon(), std::nextafter(limits::max(), Real(0)), endless,
           limits::quiet_NaN()}) {
         add(number);
     }
     if constexpr (std::is_same_v<Real, double>) {
         double const limit = 3.4028234663852886e+38; // the largest float
         for (double const number :
-             {limit, std::nextafter(limit, 0.0), std::nextafter(limit, infinity),
+             {limit, std::nextafter(limit, 0.0), std::nextafter(limit, endless),
               3.4028235677973362e+38, 3.4028235677973366e+38, 1e39, 1e100, 1e-60, 1e-45,
               static_cast<double>(single::min()), std::nextafter(double{single::min()}, 0.0),
               static_cast<double>(single::denorm_min()), single::denorm_min() / 2.0,
