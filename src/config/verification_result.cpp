@@ -1,5 +1,6 @@
 #include "foundation/growing_list.hpp"
 #include "foundation/handle.hpp"
+#include "foundation/range.hpp"
 #include "verification_result_impl.hpp"
 
 #include <algorithm>
@@ -71,28 +72,6 @@ severity_type verification_result::severity_for_option(utility::string_view key)
     return impl_->severity_for_option(key);
 }
 
-issue_type* verification_result::begin() noexcept {
-    return impl_->data();
-}
-
-issue_type* verification_result::end() noexcept {
-    return impl_->data() + impl_->size();
-}
-
-issue_type const* verification_result::begin() const noexcept {
-    return impl_->data();
-}
-
-issue_type const* verification_result::end() const noexcept {
-    return impl_->data() + impl_->size();
-}
-
-issue_type const* verification_result::cbegin() const noexcept {
-    return begin();
-}
-
-issue_type const* verification_result::cend() const noexcept {
-    return end();
-}
+TAVI_IOAPI_DEFINE_RANGE(verification_result, issue_type, impl_->data(), impl_->size());
 
 } // namespace tavi::ioapi::v2::config

@@ -3,6 +3,7 @@
 #include "browse_result_impl.hpp"
 #include "foundation/growing_list.hpp"
 #include "foundation/handle.hpp"
+#include "foundation/range.hpp"
 #include "foundation/unchecked.hpp"
 
 #include <algorithm>
@@ -96,29 +97,7 @@ void browse_result::clear() noexcept {
     impl_->clear();
 }
 
-node* browse_result::begin() noexcept {
-    return impl_->data();
-}
-
-node* browse_result::end() noexcept {
-    return impl_->data() + impl_->size();
-}
-
-node const* browse_result::begin() const noexcept {
-    return impl_->data();
-}
-
-node const* browse_result::end() const noexcept {
-    return impl_->data() + impl_->size();
-}
-
-node const* browse_result::cbegin() const noexcept {
-    return begin();
-}
-
-node const* browse_result::cend() const noexcept {
-    return end();
-}
+TAVI_IOAPI_DEFINE_RANGE(browse_result, node, impl_->data(), impl_->size());
 
 namespace {
 

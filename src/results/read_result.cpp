@@ -1,6 +1,7 @@
 #include <tavi/ioapi/v2/read_result.hpp>
 
 #include "entries.hpp"
+#include "foundation/range.hpp"
 
 #include <utility>
 
@@ -39,29 +40,7 @@ read_result::result_type const& read_result::operator[](unsigned int index) cons
     return entries_[index];
 }
 
-read_result::result_type* read_result::begin() noexcept {
-    return entries_.begin();
-}
-
-read_result::result_type* read_result::end() noexcept {
-    return entries_.end();
-}
-
-read_result::result_type const* read_result::begin() const noexcept {
-    return entries_.begin();
-}
-
-read_result::result_type const* read_result::end() const noexcept {
-    return entries_.end();
-}
-
-read_result::result_type const* read_result::cbegin() const noexcept {
-    return begin();
-}
-
-read_result::result_type const* read_result::cend() const noexcept {
-    return end();
-}
+TAVI_IOAPI_DEFINE_RANGE(read_result, read_result::result_type, entries_.data(), entries_.size());
 
 read_result::result_type* read_result::find(plc_identifier const& identifier) noexcept {
     return detail::find_entry(begin(), end(), identifier);

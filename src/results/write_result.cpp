@@ -1,6 +1,7 @@
 #include <tavi/ioapi/v2/write_result.hpp>
 
 #include "entries.hpp"
+#include "foundation/range.hpp"
 
 #include <utility>
 
@@ -33,29 +34,7 @@ write_result::result_type const& write_result::operator[](unsigned int index) co
     return entries_[index];
 }
 
-write_result::result_type* write_result::begin() noexcept {
-    return entries_.begin();
-}
-
-write_result::result_type* write_result::end() noexcept {
-    return entries_.end();
-}
-
-write_result::result_type const* write_result::begin() const noexcept {
-    return entries_.begin();
-}
-
-write_result::result_type const* write_result::end() const noexcept {
-    return entries_.end();
-}
-
-write_result::result_type const* write_result::cbegin() const noexcept {
-    return begin();
-}
-
-write_result::result_type const* write_result::cend() const noexcept {
-    return end();
-}
+TAVI_IOAPI_DEFINE_RANGE(write_result, write_result::result_type, entries_.data(), entries_.size());
 
 write_result::result_type* write_result::find(plc_identifier const& identifier) noexcept {
     return detail::find_entry(begin(), end(), identifier);
