@@ -10,8 +10,8 @@
 
 namespace tavi::ioapi::v2 {
 
-/// The list: a vector sorted by key, each key once.
-class io_error_diagnostics_generic::impl final
+/// The list: a vector sorted by key, each key once. Exported whole, with its table.
+class TAVI_IOAPI_API io_error_diagnostics_generic::impl final
     : public make_object_implementation<interfaces::io_error_diagnostics_impl> {
 public:
     using diagnostic_entry = std::pair<std::string, io_value>;
@@ -21,37 +21,35 @@ public:
     impl() = default;
 
     /// By halving; the end where the key is absent.
-    TAVI_IOAPI_API entries::iterator find(std::string_view key);
-    TAVI_IOAPI_API entries::const_iterator find(std::string_view key) const;
+    entries::iterator find(std::string_view key);
+    entries::const_iterator find(std::string_view key) const;
 
-    TAVI_IOAPI_API unsigned int size() const override;
+    unsigned int size() const override;
     /// True for a key that is **absent**: what other modules rely on.
-    TAVI_IOAPI_API bool has(utility::string_view key) const override;
-    TAVI_IOAPI_API io_value get(utility::string_view key) const override;
-    TAVI_IOAPI_API interfaces::io_error_diagnostics_impl::iterator_impl* make_iterator()
-        const override;
+    bool has(utility::string_view key) const override;
+    io_value get(utility::string_view key) const override;
+    interfaces::io_error_diagnostics_impl::iterator_impl* make_iterator() const override;
 
-    TAVI_IOAPI_API void set(std::string_view key, io_value value);
-    TAVI_IOAPI_API void remove(std::string_view key);
+    void set(std::string_view key, io_value value);
+    void remove(std::string_view key);
 
 private:
     entries entries_;
 };
 
 /// A position in the list, which it neither owns nor keeps alive.
-class io_error_diagnostics_generic::impl::iterator_impl final
+class TAVI_IOAPI_API io_error_diagnostics_generic::impl::iterator_impl final
     : public interfaces::io_error_diagnostics_impl::iterator_impl {
 public:
     using position = entries::const_iterator;
 
     iterator_impl(position current, position end) noexcept : current_(current), end_(end) {}
 
-    TAVI_IOAPI_API bool advance() override;
-    TAVI_IOAPI_API bool equal_to(
-        interfaces::io_error_diagnostics_impl::iterator_impl const& other) const override;
-    TAVI_IOAPI_API entry get() const override;
-    TAVI_IOAPI_API interfaces::io_error_diagnostics_impl::iterator_impl* clone() const override;
-    TAVI_IOAPI_API void release() override;
+    bool advance() override;
+    bool equal_to(interfaces::io_error_diagnostics_impl::iterator_impl const& other) const override;
+    entry get() const override;
+    interfaces::io_error_diagnostics_impl::iterator_impl* clone() const override;
+    void release() override;
 
 private:
     position current_;
