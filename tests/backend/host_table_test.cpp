@@ -128,7 +128,7 @@ private:
     } object_{words_.data() + 2, {}};
 
 protected:
-    backend_query query{reinterpret_cast<host_interface&>(object_)};
+    backend_query query{*static_cast<host_interface*>(static_cast<void*>(&object_))};
 };
 
 TEST_F(HostTable, IsCalledAtThePlaceOfTheOperationAndAtNoOther) {

@@ -108,7 +108,6 @@ void end_with_a_late_call() {
 }
 
 TEST(LoadingDeathTest, LetsTheGenericCategorySpeakInTheLastExitHandlers) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(end_with_a_late_call(), ::testing::ExitedWithCode(7), "");
 }
 
