@@ -39,7 +39,9 @@ std::optional<v2::io_data_type> type_named(std::string_view name) {
     if (cut_end(kind_name, "[]")) type = v2::io_data_type::array_of(type.basic_type);
     if (cut_end(kind_name, ">")) {
         auto const open = kind_name.find('<');
-        if (kind_name.substr(0, open) != "object") return std::nullopt;
+        if (open == std::string_view::npos || kind_name.substr(0, open) != "object") {
+            return std::nullopt;
+        }
         std::from_chars(kind_name.data() + open + 1, kind_name.data() + kind_name.size(),
                         type.structure_id);
         kind_name = kind_name.substr(0, open);
