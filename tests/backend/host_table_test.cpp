@@ -89,6 +89,10 @@ std::uintptr_t word_of(Function* function) {
     return reinterpret_cast<std::uintptr_t>(function);
 }
 
+host_interface& as_host(void* object) {
+    return *static_cast<host_interface*>(object);
+}
+
 class HostTable : public ::testing::Test {
 protected:
     HostTable() {
@@ -128,7 +132,7 @@ private:
     } object_{words_.data() + 2, {}};
 
 protected:
-    backend_query query{*static_cast<host_interface*>(static_cast<void*>(&object_))};
+    backend_query query{as_host(&object_)};
 };
 
 TEST_F(HostTable, IsCalledAtThePlaceOfTheOperationAndAtNoOther) {
