@@ -48,7 +48,8 @@ TAVI_IOAPI_UNCHECKED iterator& iterator::operator=(const_iterator const& other) 
         *impl_ = *other.impl_;
     } else {
         impl* const volatile own = impl_;
-        impl_ = own->clone(); // NOLINT(clang-analyzer-core.CallAndMessage): see above
+        // The call on null is the very behaviour that is required.
+        impl_ = own->clone(); // NOLINT(clang-analyzer-core.CallAndMessage)
     }
     return *this;
 }

@@ -35,7 +35,8 @@ constexpr char const* refusal = "cannot create std::vector larger than max_size(
 class ConfigLimit : public ::testing::Test {
 protected:
     void SetUp() override {
-        if (test_support::has_wide_words) GTEST_SKIP() << "no view can claim that much here";
+        if (test_support::has_wide_words)
+            GTEST_SKIP() << "the limit lies beyond what the 32-bit count of a view can state here";
     }
 };
 

@@ -26,7 +26,8 @@ static_assert(test_support::has_wide_words || 2147483647U / sizeof(node) == most
 class BrowseLimit : public ::testing::Test {
 protected:
     void SetUp() override {
-        if constexpr (test_support::has_wide_words) GTEST_SKIP() << "beyond 32 bits here";
+        if constexpr (test_support::has_wide_words)
+            GTEST_SKIP() << "the limit lies beyond every count of 32 bits here";
     }
 
     template <class Call>

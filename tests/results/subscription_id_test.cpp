@@ -154,7 +154,7 @@ TEST(SubscriptionIdMove, ReleasesNothingItself) {
 // Another module may leave anything in the half of the payload that a pointer does not reach.
 TEST(SubscriptionIdMove, TakesOneWordOfAPointer) {
     if constexpr (has_wide_words) {
-        GTEST_SKIP() << "a pointer fills the payload here";
+        GTEST_SKIP() << "a pointer fills the payload here, so that no half is left over";
     } else {
         unsigned int const beyond = 0xDEADBEEFU;
         int target = 0;

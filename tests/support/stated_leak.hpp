@@ -1,8 +1,8 @@
 #pragma once
 
 extern "C" {
-void __lsan_disable() __attribute__((weak)); // NOLINT(bugprone-reserved-identifier)
-void __lsan_enable() __attribute__((weak));  // NOLINT(bugprone-reserved-identifier)
+void __lsan_disable() __attribute__((weak));
+void __lsan_enable() __attribute__((weak));
 }
 
 namespace test_support {
