@@ -1,11 +1,24 @@
-# find_package(iokern) gives iokern::iokern.
+# find_package(iokern) gives iokern::iokern, and pkg-config knows iokern. Both look for all else by
+# where they stand themselves, so that an installed tree may be moved.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/iokern)
-install(TARGETS iokern EXPORT iokern FILE_SET HEADERS)
-install(EXPORT iokern FILE iokernConfig.cmake NAMESPACE iokern:: DESTINATION ${package_dir})
+install(TARGETS iokern EXPORT iokern
+  LIBRARY COMPONENT runtime
+  FILE_SET HEADERS COMPONENT development)
+install(EXPORT iokern FILE iokernConfig.cmake NAMESPACE iokern::
+  DESTINATION ${package_dir} COMPONENT development)
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/iokernConfigVersion.cmake
   # The revision symbol admits one minor version only.
   COMPATIBILITY SameMinorVersion)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/iokernConfigVersion.cmake DESTINATION ${package_dir})
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/iokernConfigVersion.cmake
+  DESTINATION ${package_dir} COMPONENT development)
+
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH pkgconfig_to_prefix
+  ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" pkgconfig_to_prefix "${pkgconfig_to_prefix}")
+configure_file(cmake/iokern.pc.in iokern.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/iokern.pc
+  DESTINATION ${pkgconfig_dir} COMPONENT development)

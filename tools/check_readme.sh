@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Holds the C++ of a document to the sources that are built and run: every ```cpp block must be
-# one of the files, and every file must be shown.
+# Holds the code of a document to the sources that are built and run: every ```cpp and ```cmake
+# block must be one of the files, and every file must be shown.
 # Usage: check_readme.sh DOCUMENT FILE...
 set -euo pipefail
 
@@ -19,7 +19,7 @@ trap 'rm -rf "$blocks"' EXIT
 
 # Each block goes to a file that is named by the line on which it begins.
 awk -v directory="$blocks" '
-  file == "" && /^```cpp[ \t]*$/ { file = directory "/" NR; printf "" > file; next }
+  file == "" && /^```(cpp|cmake)[ \t]*$/ { file = directory "/" NR; printf "" > file; next }
   file != "" && /^```[ \t]*$/ { close(file); file = ""; next }
   file != "" { print > file }
 ' "$document"
