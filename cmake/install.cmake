@@ -9,3 +9,16 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/iokernConfigVersion
   # The revision symbol admits one minor version only.
   COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/iokernConfigVersion.cmake DESTINATION ${package_dir})
+
+# gdb loads the printers together with the library: by itself below the prefix /usr, elsewhere after
+# "add-auto-load-scripts-directory <datadir>/gdb/auto-load". The prefix is that of the installation.
+cmake_path(IS_ABSOLUTE CMAKE_INSTALL_LIBDIR libdir_is_absolute)
+set(printers_dir ${CMAKE_INSTALL_DATADIR}/gdb/auto-load)
+if(libdir_is_absolute)
+  string(APPEND printers_dir ${CMAKE_INSTALL_LIBDIR})
+else()
+  string(APPEND printers_dir "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}")
+endif()
+install(FILES ${PROJECT_SOURCE_DIR}/debugger/libiokern.so-gdb.py DESTINATION ${printers_dir})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/debugger/iokern_printers DESTINATION ${printers_dir}
+  FILES_MATCHING PATTERN *.py PATTERN __pycache__ EXCLUDE)
