@@ -22,3 +22,18 @@ string(REGEX REPLACE "/$" "" pkgconfig_to_prefix "${pkgconfig_to_prefix}")
 configure_file(cmake/iokern.pc.in iokern.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/iokern.pc
   DESTINATION ${pkgconfig_dir} COMPONENT development)
+
+# gdb loads the printers together with the library: by itself below the prefix /usr, elsewhere after
+# "add-auto-load-scripts-directory <datadir>/gdb/auto-load". The prefix is that of the installation.
+cmake_path(IS_ABSOLUTE CMAKE_INSTALL_LIBDIR libdir_is_absolute)
+set(printers_dir ${CMAKE_INSTALL_DATADIR}/gdb/auto-load)
+if(libdir_is_absolute)
+  string(APPEND printers_dir ${CMAKE_INSTALL_LIBDIR})
+else()
+  string(APPEND printers_dir "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}")
+endif()
+install(FILES ${PROJECT_SOURCE_DIR}/debugger/libiokern.so-gdb.py
+  DESTINATION ${printers_dir} COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/debugger/iokern_printers
+  DESTINATION ${printers_dir} COMPONENT development
+  FILES_MATCHING PATTERN *.py PATTERN __pycache__ EXCLUDE)
