@@ -33,10 +33,10 @@ foreach(component IN ITEMS runtime development)
     ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package}
     COMPONENT ${component} EXCLUDE_FROM_ALL)
+  install(FILES ${debian_dir}/${package}.lintian-overrides
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME ${package}
+    COMPONENT ${component} EXCLUDE_FROM_ALL)
 endforeach()
-install(FILES ${debian_dir}/libiokern.lintian-overrides
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME ${runtime_package}
-  COMPONENT runtime EXCLUDE_FROM_ALL)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME iokern)
@@ -77,7 +77,7 @@ is what host and backend share: values with checked conversions, structures,
 identifiers, results, configuration and errors.
 .
 This package holds what it takes to build hosts and backends: the headers,
-the CMake package and the description for pkg-config.")
+the CMake package, the description for pkg-config and the printers for gdb.")
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 

@@ -1,8 +1,7 @@
-#include "child_process.hpp"
-#include "running_station.hpp"
-
 #include <arpa/inet.h>
 #include <controller/station.hpp>
+#include <examples/support/child_process.hpp>
+#include <examples/support/running_station.hpp>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/prctl.h>

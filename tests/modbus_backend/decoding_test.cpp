@@ -19,13 +19,13 @@ using tavi::ioapi::v2::io_data_type;
 using tavi::ioapi::v2::io_value;
 namespace utility = tavi::ioapi::v2::utility;
 
-using registers = std::vector<std::uint16_t>;
+using some_registers = std::vector<std::uint16_t>;
 
 constexpr auto big = part_order::big;
 constexpr auto little = part_order::little;
 
 io_value decoded(value_type type,
-                 registers const& words,
+                 some_registers const& words,
                  part_order bytes = big,
                  part_order order = big) {
     variable_type described;
@@ -63,7 +63,7 @@ TEST(decoding, i16) {
 }
 
 TEST(decoding, u32_in_every_order) {
-    registers const words{0x1122, 0x3344};
+    some_registers const words{0x1122, 0x3344};
     auto const read = [&](part_order bytes, part_order order) {
         return payload<unsigned int>(decoded(value_type::u32, words, bytes, order), types::u32);
     };
@@ -84,7 +84,7 @@ TEST(decoding, i32) {
 }
 
 TEST(decoding, u64_in_every_order) {
-    registers const words{0x1122, 0x3344, 0x5566, 0x7788};
+    some_registers const words{0x1122, 0x3344, 0x5566, 0x7788};
     auto const read = [&](part_order bytes, part_order order) {
         return payload<unsigned long long>(decoded(value_type::u64, words, bytes, order),
                                            types::u64);
@@ -106,7 +106,7 @@ TEST(decoding, i64) {
 
 // 1.5 is 0x3FC00000, and 0x3FF8000000000000 in double precision.
 TEST(decoding, flt) {
-    auto const read = [](registers const& words, part_order bytes, part_order order) {
+    auto const read = [](some_registers const& words, part_order bytes, part_order order) {
         return payload<float>(decoded(value_type::flt, words, bytes, order), types::flt);
     };
     EXPECT_EQ(read({0x3FC0, 0x0000}, big, big), 1.5F);
@@ -122,7 +122,7 @@ TEST(decoding, flt_keeps_every_bit_of_what_is_no_number) {
 }
 
 TEST(decoding, dbl) {
-    auto const read = [](registers const& words, part_order bytes, part_order order) {
+    auto const read = [](some_registers const& words, part_order bytes, part_order order) {
         return payload<double>(decoded(value_type::dbl, words, bytes, order), types::dbl);
     };
     EXPECT_EQ(read({0x3FF8, 0, 0, 0}, big, big), 1.5);
@@ -132,7 +132,7 @@ TEST(decoding, dbl) {
     EXPECT_EQ(read({0, 0, 0, 1}, big, big), std::numeric_limits<double>::denorm_min());
 }
 
-std::string text(registers const& words, part_order bytes = big) {
+std::string text(some_registers const& words, part_order bytes = big) {
     auto const value = decoded(value_type::string, words, bytes);
     return payload<utility::string>(value, types::string).str();
 }
@@ -147,7 +147,7 @@ TEST(decoding, a_string_ends_at_the_first_zero_or_fills_its_registers) {
     EXPECT_EQ(text({0x6162, 0x0063}), "ab");
     EXPECT_EQ(text({0x0061, 0x6263}), "");
     EXPECT_EQ(text({0x6100, 0x6263}), "a");
-    EXPECT_EQ(text(registers(125, 0x7878)), std::string(250, 'x'));
+    EXPECT_EQ(text(some_registers(125, 0x7878)), std::string(250, 'x'));
 }
 
 TEST(decoding, a_string_keeps_bytes_that_are_no_letters) {
@@ -172,7 +172,7 @@ std::vector<T> elements(io_value const& value, io_data_type::basic_types element
 }
 
 TEST(decoding, arrays_of_every_integer) {
-    registers const words{0x0001, 0xFFFE, 0x0000, 0x0003, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFC};
+    some_registers const words{0x0001, 0xFFFE, 0x0000, 0x0003, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFC};
     auto const read = [&](value_type type, unsigned int width) {
         return decode(array_of(type, width, 8 / width), words);
     };
@@ -192,7 +192,7 @@ TEST(decoding, arrays_of_every_integer) {
 
 // 1.5 is 0x3FC00000, -2 is 0xC0000000.
 TEST(decoding, an_array_of_flt_in_every_order) {
-    auto const read = [](registers const& words, part_order bytes, part_order order) {
+    auto const read = [](some_registers const& words, part_order bytes, part_order order) {
         auto described = array_of(value_type::flt, 2, 2);
         described.bytes = bytes;
         described.words = order;
@@ -207,20 +207,20 @@ TEST(decoding, an_array_of_flt_in_every_order) {
 
 TEST(decoding, an_array_of_dbl) {
     auto const described = array_of(value_type::dbl, 4, 2);
-    EXPECT_EQ(
-        elements<double>(decode(described, registers{0x3FF8, 0, 0, 0, 0, 0, 0, 0}), types::dbl),
-        (std::vector<double>{1.5, 0.0}));
+    EXPECT_EQ(elements<double>(decode(described, some_registers{0x3FF8, 0, 0, 0, 0, 0, 0, 0}),
+                               types::dbl),
+              (std::vector<double>{1.5, 0.0}));
 }
 
 TEST(decoding, an_array_of_one_is_an_array) {
-    EXPECT_EQ(
-        elements<unsigned short>(decode(array_of(value_type::u16, 1, 1), registers{7}), types::u16),
-        std::vector<unsigned short>{7});
+    EXPECT_EQ(elements<unsigned short>(decode(array_of(value_type::u16, 1, 1), some_registers{7}),
+                                       types::u16),
+              std::vector<unsigned short>{7});
 }
 
 TEST(decoding, each_text_of_an_array_ends_by_itself) {
     auto described = array_of(value_type::string, 2, 3);
-    registers const words{0x6162, 0x6300, 0x6465, 0x6667, 0x0068, 0x696A};
+    some_registers const words{0x6162, 0x6300, 0x6465, 0x6667, 0x0068, 0x696A};
     auto const read = [&] {
         auto const texts = elements<utility::string>(decode(described, words), types::string);
         return std::vector<std::string>(texts.begin(), texts.end());
@@ -230,13 +230,16 @@ TEST(decoding, each_text_of_an_array_ends_by_itself) {
     EXPECT_EQ(read(), (std::vector<std::string>{"ba", "edgf", "h"}));
 }
 
-using bits = std::vector<std::uint8_t>;
+using some_bits = std::vector<std::uint8_t>;
 
 TEST(decoding, bits_one_and_many) {
-    EXPECT_FALSE(payload<bool>(decode(array_of(types::boolean, 1, 0), bits{0}), types::boolean));
-    EXPECT_TRUE(payload<bool>(decode(array_of(types::boolean, 1, 0), bits{1}), types::boolean));
-    EXPECT_EQ(elements<bool>(decode(array_of(types::boolean, 1, 3), bits{1, 0, 1}), types::boolean),
-              (std::vector<bool>{true, false, true}));
+    EXPECT_FALSE(
+        payload<bool>(decode(array_of(types::boolean, 1, 0), some_bits{0}), types::boolean));
+    EXPECT_TRUE(
+        payload<bool>(decode(array_of(types::boolean, 1, 0), some_bits{1}), types::boolean));
+    EXPECT_EQ(
+        elements<bool>(decode(array_of(types::boolean, 1, 3), some_bits{1, 0, 1}), types::boolean),
+        (std::vector<bool>{true, false, true}));
 }
 
 /// A registered structure: `numbers`, two u32 with the low word first, from the second register
@@ -260,7 +263,7 @@ protected:
     std::shared_ptr<structure> shape_ = std::make_shared<structure>();
     variable_type type_;
     tavi::ioapi::v2::io_structure_dictionary dictionary_;
-    registers const words_{0x6261, 0x3344, 0x1122, 9, 0};
+    some_registers const words_{0x6261, 0x3344, 0x1122, 9, 0};
 };
 
 TEST_F(decoding_structures, become_objects_whose_type_names_the_registered_id) {
@@ -294,7 +297,7 @@ TEST_F(decoding_structures, have_every_member_decoded_in_its_own_order) {
 TEST_F(decoding_structures, take_arrays_of_one) {
     shape_->members = {{"only", 4, array_of(value_type::u16, 1, 1)}};
     register_structures({shape_}, dictionary_);
-    io_value const value = decode(type_, registers{0, 0, 0, 0, 7});
+    io_value const value = decode(type_, some_registers{0, 0, 0, 0, 7});
     EXPECT_EQ(elements<unsigned short>(value.get_if<tavi::ioapi::v2::io_object>()->get("only"),
                                        types::u16),
               std::vector<unsigned short>{7});
@@ -336,18 +339,19 @@ TEST_F(decoding_structures, are_refused_before_they_are_registered) {
 TEST(decoding, another_count_of_registers_or_bits_is_refused) {
     auto const refuses = [](unsigned int count, std::size_t given) {
         auto const described = array_of(value_type::flt, 2, count);
-        EXPECT_THROW(static_cast<void>(decode(described, registers(given))), std::invalid_argument)
+        EXPECT_THROW(static_cast<void>(decode(described, some_registers(given))),
+                     std::invalid_argument)
             << count << ' ' << given;
     };
     for (std::size_t const given : {0U, 1U, 3U}) refuses(0, given);
     for (std::size_t const given : {0U, 2U, 5U, 7U}) refuses(3, given);
-    EXPECT_THROW(static_cast<void>(decode(array_of(types::boolean, 1, 2), bits(3))),
+    EXPECT_THROW(static_cast<void>(decode(array_of(types::boolean, 1, 2), some_bits(3))),
                  std::invalid_argument);
 }
 
 TEST(decoding, registers_hold_no_booleans_and_bits_nothing_else) {
     EXPECT_THROW(static_cast<void>(decoded(value_type::boolean, {1})), std::invalid_argument);
-    EXPECT_THROW(static_cast<void>(decode(array_of(value_type::u16, 1, 0), bits{1})),
+    EXPECT_THROW(static_cast<void>(decode(array_of(value_type::u16, 1, 0), some_bits{1})),
                  std::invalid_argument);
 }
 

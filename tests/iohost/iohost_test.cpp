@@ -1,6 +1,5 @@
-#include "running_station.hpp"
-#include "temporary_file.hpp"
-
+#include <examples/support/running_station.hpp>
+#include <examples/support/temporary_file.hpp>
 #include <gtest/gtest.h>
 #include <signal.h>
 
