@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -31,6 +32,14 @@ modbus_mapping_t tables_of(image& shown) {
     return tables;
 }
 
+auto panel_of(image& shown) {
+    return std::span(shown.holdings).subspan<panel, panel_size>();
+}
+
+auto lamps_of(image& shown) {
+    return std::span(shown.coils).subspan<lamps, lamp_count>();
+}
+
 void wait_for(std::vector<pollfd>& waiting) {
     while (::poll(waiting.data(), waiting.size(), -1) < 0) {
         if (errno != EINTR) throw failure("cannot wait for clients");
@@ -45,6 +54,9 @@ server::server(std::uint16_t port) : context_(modbus_new_tcp("127.0.0.1", port))
     if (listener_.get() < 0) throw failure("cannot listen on port " + std::to_string(port));
     // A refused function makes the library pause for this long, in which nobody else is served.
     modbus_set_response_timeout(context_.get(), 0, 1000);
+    image first = image_at(0);
+    std::ranges::copy(panel_of(first), panel_.begin());
+    std::ranges::copy(lamps_of(first), lamps_.begin());
 }
 
 std::uint16_t server::port() const {
@@ -93,12 +105,16 @@ bool server::serve(descriptor const& client) {
 
 void server::answer(std::span<std::uint8_t const> query) {
     image shown = image_at(tick_);
+    std::ranges::copy(panel_, panel_of(shown).begin());
+    std::ranges::copy(lamps_, lamps_of(shown).begin());
     modbus_mapping_t tables = tables_of(shown);
     auto const size = static_cast<int>(query.size());
     auto const header = static_cast<std::size_t>(modbus_get_header_length(context_.get()));
     if (may_be_answered(query.subspan(header))) {
         modbus_reply(context_.get(), query.data(), size, &tables);
         tick_ += shown.holdings[step]; // reads as 0, so what stands there has been written
+        std::ranges::copy(panel_of(shown), panel_.begin());
+        std::ranges::copy(lamps_of(shown), lamps_.begin());
     } else {
         modbus_reply_exception(context_.get(), query.data(), MODBUS_EXCEPTION_ILLEGAL_DATA_ADDRESS);
     }

@@ -4,6 +4,7 @@
 #include "modbus_context.hpp"
 #include "station.hpp"
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -31,6 +32,8 @@ private:
     descriptor listener_;
     std::vector<descriptor> clients_;
     tick_count tick_ = 0;
+    std::array<std::uint16_t, panel_size> panel_{};
+    std::array<std::uint8_t, lamp_count> lamps_{};
 };
 
 } // namespace station

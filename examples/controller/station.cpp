@@ -64,6 +64,20 @@ void show_pump(std::span<std::uint16_t> registers, tick_count number, bool runs,
     }
 }
 
+void show_panel(std::span<std::uint16_t> registers) {
+    auto const high = order::high_first;
+    pack(registers, operator_panel::limit, 3.5F, order::low_first);
+    pack_text(registers, operator_panel::note, operator_panel::note_size, "all well", high);
+    for (std::size_t i = 0; i < operator_panel::factor_count; ++i) {
+        int const factor = static_cast<int>(i + 1) * (i % 2 == 0 ? 1 : -1);
+        registers[operator_panel::factors + i] = static_cast<std::uint16_t>(factor);
+    }
+    pack(registers, operator_panel::recipe_speed, 1200.5F, high);
+    registers[operator_panel::recipe_batches] = 7;
+    pack_text(registers, operator_panel::recipe_name, operator_panel::recipe_name_size, "blue",
+              high);
+}
+
 void show_holdings(image& shown, tick_count t) {
     auto const high = order::high_first;
     auto const low = order::low_first;
@@ -77,6 +91,7 @@ void show_holdings(image& shown, tick_count t) {
     pack(shown.holdings, gain, static_cast<double>(1 + t % 10) / 10.0, low);
     show_pump(std::span(shown.holdings).subspan(pump_1), 1, first_pump_runs_at(t), t);
     show_pump(std::span(shown.holdings).subspan(pump_2), 2, !first_pump_runs_at(t), t);
+    show_panel(std::span(shown.holdings).subspan(panel));
 }
 
 } // namespace

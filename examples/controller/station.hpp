@@ -6,7 +6,8 @@
 
 /// \file
 /// The simulated pump station. Nothing here looks at a clock: every quantity is a function of the
-/// tick count t, an unsigned 64-bit number, so that whoever knows t knows every answer.
+/// tick count t, an unsigned 64-bit number, so that whoever knows t knows every answer. Only the
+/// operator's panel is otherwise: it keeps what is written to it.
 
 namespace station {
 
@@ -18,7 +19,9 @@ inline constexpr std::size_t pump_1_runs = 0; ///< t mod 4 < 2
 inline constexpr std::size_t pump_2_runs = 1; ///< t mod 4 >= 2
 inline constexpr std::size_t horn_sounds = 2; ///< t mod 10 = 9
 inline constexpr std::size_t valve_open = 3;  ///< t is odd
-inline constexpr std::size_t coil_count = 4;
+inline constexpr std::size_t lamps = 8;       ///< of the panel, off at first; in between all is off
+inline constexpr std::size_t lamp_count = 4;
+inline constexpr std::size_t coil_count = 12;
 /// \}
 
 /// \name Discrete inputs
@@ -50,7 +53,7 @@ inline constexpr std::size_t input_count = 40;
 
 /// \name Holding registers
 /// \{
-/// Writing n to this register advances t by n; it reads as 0. The only one that can be written.
+/// Writing n to this register advances t by n; it reads as 0. Beside it the panel can be written.
 inline constexpr std::size_t step = 0;
 inline constexpr std::size_t setpoint = 1;  ///< u16, mm: 1500 + 10 (t mod 5)
 inline constexpr std::size_t operating = 2; ///< u32, s: 86400 + 60 t, modulo 2^32
@@ -62,7 +65,9 @@ inline constexpr std::size_t state_size = 4;
 inline constexpr std::size_t gain = 16;   ///< dbl, low word first: (1 + t mod 10) / 10
 inline constexpr std::size_t pump_1 = 20; ///< all of pump 1, see `pump_state`
 inline constexpr std::size_t pump_2 = 28;
-inline constexpr std::size_t holding_count = 36;
+inline constexpr std::size_t panel = 40; ///< see `operator_panel`; in between all is 0
+inline constexpr std::size_t panel_size = 24;
+inline constexpr std::size_t holding_count = 64;
 /// \}
 
 /// The state of pump p, 1 or 2, in holding registers that are counted from the first of the pump. A
@@ -75,6 +80,19 @@ inline constexpr std::size_t currents = 5;    ///< 3 u16, 0.1 A, bytes swapped: 
 inline constexpr std::size_t phase_count = 3; ///< of the currents, i from 0 to 2
 } // namespace pump_state
 
+/// What the panel holds at first, in holding registers that are counted from its first.
+namespace operator_panel {
+inline constexpr std::size_t limit = 0; ///< flt, m, low word first: 3.5
+inline constexpr std::size_t note = 2;  ///< text of 8 registers: "all well", then zeros
+inline constexpr std::size_t note_size = 8;
+inline constexpr std::size_t factors = 10; ///< 4 i16: 1, -2, 3, -4
+inline constexpr std::size_t factor_count = 4;
+inline constexpr std::size_t recipe_speed = 14;   ///< flt: 1200.5
+inline constexpr std::size_t recipe_batches = 16; ///< u16: 7
+inline constexpr std::size_t recipe_name = 17;    ///< text of 4 registers: "blue", then zeros
+inline constexpr std::size_t recipe_name_size = 4;
+} // namespace operator_panel
+
 /// All that the station shows at one tick, as the protocol knows it. Bits are bytes of 0 or 1.
 struct image {
     std::array<std::uint8_t, coil_count> coils{};
@@ -83,7 +101,7 @@ struct image {
     std::array<std::uint16_t, holding_count> holdings{};
 };
 
-/// \return the station after `t` ticks.
+/// \return the station after `t` ticks, its panel as it is at first.
 [[nodiscard]] image image_at(tick_count t);
 
 } // namespace station

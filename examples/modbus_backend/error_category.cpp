@@ -24,7 +24,10 @@ char const* text_of(modbus_errc code) noexcept {
     case modbus_errc::bad_answer: return "answer not understood";
     case modbus_errc::bad_setting: return "unusable setting";
     case modbus_errc::bad_map: return "unusable map";
-    case modbus_errc::unregistered_structure: return "structure not registered with the host";
+    case modbus_errc::read_only: return "read only";
+    case modbus_errc::wrong_count: return "wrong count of values";
+    case modbus_errc::unfit_text: return "text too long or with a zero byte";
+    case modbus_errc::member_subscription: return "a member cannot be subscribed to";
     }
     return "";
 }
@@ -46,6 +49,12 @@ v2::io_error_category const& modbus_error_category() noexcept {
 
 v2::io_error make_modbus_error(modbus_errc code) noexcept {
     return {modbus_error_category(), static_cast<int>(code)};
+}
+
+int exception_in(v2::io_error const& error) noexcept {
+    bool const is_ours = &error.category() == &modbus_error_category();
+    bool const is_exception = error.code() > 0 && error.code() < 256;
+    return is_ours && is_exception ? error.code() : 0;
 }
 
 } // namespace modbus_backend

@@ -50,36 +50,39 @@ void require_one_request(std::string const& what, register_kind kind, unsigned i
 
 } // namespace
 
-variable variable_in(std::vector<std::string> const& line, structure_list const& structures) {
-    if (line.size() < 4) throw bad_line("expected NAME KIND ADDRESS TYPE [OPTION...]");
+variable variable_in(map_line const& line, line_context const& context) {
+    auto const& words = line.words;
+    if (words.size() < 4) throw bad_line("expected NAME KIND ADDRESS TYPE [OPTION...]");
     variable described;
-    described.name = line[0];
-    described.kind = kind_in(line[1]);
-    described.address = address_in(line[2]);
-    described.type = type_in(line[3], structures);
+    described.name = words[0];
+    described.description = line.comment;
+    described.kind = kind_in(words[1]);
+    described.address = address_in(words[2]);
+    described.type = type_in(words[3], context.structures);
     if (holds_bits(described.kind) != (described.type.element == value_type::boolean)) {
-        throw bad_line(quoted(line[3]) + " does not fit into kind " + quoted(line[1]));
+        throw bad_line(quoted(words[3]) + " does not fit into kind " + quoted(words[1]));
     }
-    require_one_request(quoted(line[3]), described.kind, described.type.width());
+    require_one_request(quoted(words[3]), described.kind, described.type.width());
     if (described.address + described.type.width() > address_end) {
         throw bad_line("reaches beyond the last address, 65535");
     }
-    apply_options(std::span(line).subspan(4), described.type);
+    apply_orders(std::span(words).subspan(4), context.orders, described.type);
     return described;
 }
 
-member member_in(std::vector<std::string> const& line, structure_list const& structures) {
-    if (line.size() < 3) throw bad_line("expected MEMBER OFFSET TYPE [OPTION...]");
+member member_in(map_line const& line, line_context const& context) {
+    auto const& words = line.words;
+    if (words.size() < 3) throw bad_line("expected MEMBER OFFSET TYPE [OPTION...]");
     member described;
-    described.name = line[0];
-    described.offset = offset_in(line[1]);
-    described.type = type_in(line[2], structures);
+    described.name = words[0];
+    described.offset = offset_in(words[1]);
+    described.type = type_in(words[2], context.structures);
     if (described.type.element == value_type::boolean || described.type.members != nullptr) {
-        throw bad_line(quoted(line[2]) + " does not fit into a structure");
+        throw bad_line(quoted(words[2]) + " does not fit into a structure");
     }
     require_one_request("the structure", register_kind::holding,
                         described.offset + described.type.width());
-    apply_options(std::span(line).subspan(3), described.type);
+    apply_orders(std::span(words).subspan(3), context.orders, described.type);
     return described;
 }
 

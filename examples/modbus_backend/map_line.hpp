@@ -1,20 +1,21 @@
 #pragma once
 
+#include "map_words.hpp"
 #include "structure.hpp"
 #include "variable.hpp"
 
-#include <string>
-#include <vector>
-
 namespace modbus_backend {
 
-/// \return the variable that the words of one line describe, see `parse_map`.
-/// \param structures  those that it may be of \throws bad_line
-[[nodiscard]] variable variable_in(std::vector<std::string> const& line,
-                                   structure_list const& structures);
+/// What a line is read with: the orders where it states none, and the structures it may name.
+struct line_context {
+    part_orders orders;
+    structure_list const& structures;
+};
+
+/// \return the variable that one line describes, see `parse_map`. \throws bad_line
+[[nodiscard]] variable variable_in(map_line const& line, line_context const& context);
 
 /// The same for a line between `structure` and `end`.
-[[nodiscard]] member member_in(std::vector<std::string> const& line,
-                               structure_list const& structures);
+[[nodiscard]] member member_in(map_line const& line, line_context const& context);
 
 } // namespace modbus_backend

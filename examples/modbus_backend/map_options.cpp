@@ -14,16 +14,20 @@ constexpr choice<part_order> orders[] = {
     {"little", part_order::little},
 };
 
+bool has_bytes(variable_type const& type) {
+    return type.element != value_type::boolean && type.element != value_type::object;
+}
+
+bool has_words(variable_type const& type) {
+    return has_bytes(type) && type.element != value_type::string && type.element_width > 1;
+}
+
 /// The order that an option sets, where the option has a meaning for the type.
 part_order& target_of(std::string_view option, variable_type& type) {
-    bool const has_bytes =
-        type.element != value_type::boolean && type.element != value_type::object;
-    bool const has_words =
-        has_bytes && type.element != value_type::string && type.element_width > 1;
     if (option == "byte_order") {
-        if (has_bytes) return type.bytes;
+        if (has_bytes(type)) return type.bytes;
     } else if (option == "word_order") {
-        if (has_words) return type.words;
+        if (has_words(type)) return type.words;
     } else {
         throw bad_line("unknown option " + quoted(option) + ", not byte_order or word_order");
     }
@@ -48,7 +52,9 @@ std::string_view name_of(std::string_view option) {
 
 } // namespace
 
-void apply_options(std::span<std::string const> options, variable_type& type) {
+void apply_orders(std::span<std::string const> options, part_orders others, variable_type& type) {
+    if (has_bytes(type)) type.bytes = others.bytes;
+    if (has_words(type)) type.words = others.words;
     for (std::size_t i = 0; i < options.size(); ++i) {
         for (auto const& earlier : options.first(i)) {
             if (name_of(options[i]) == name_of(earlier)) {

@@ -7,7 +7,8 @@
 
 namespace modbus_backend {
 
-/// Set what the OPTIONs of a line say, see `parse_map`. \throws bad_line
-void apply_options(std::span<std::string const> options, variable_type& type);
+/// Set the orders that have a meaning for the type, see `parse_map`: those that the OPTIONs of a
+/// line state, and the others as given. \throws bad_line
+void apply_orders(std::span<std::string const> options, part_orders others, variable_type& type);
 
 } // namespace modbus_backend

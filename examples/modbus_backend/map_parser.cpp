@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -16,12 +17,25 @@ namespace modbus_backend {
 
 namespace {
 
-using words = std::vector<std::string>;
+std::string trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\v\f";
+    auto const first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
+}
 
-words words_in(std::string const& line) {
+map_line line_in(std::string const& line) {
     std::istringstream text(line);
-    words found;
-    for (std::string word; text >> word && word[0] != '#';) found.push_back(word);
+    map_line found;
+    for (std::string word; text >> word;) {
+        if (word[0] == '#') {
+            std::string rest;
+            std::getline(text, rest);
+            found.comment = trimmed(std::string_view(word + rest).substr(1));
+            break;
+        }
+        found.words.push_back(word);
+    }
     return found;
 }
 
@@ -49,16 +63,19 @@ struct open_structure {
 
 class parser {
 public:
-    void take(words const& line, unsigned int number) {
-        if (line[0] == "structure") {
+    explicit parser(part_orders orders) : orders_(orders) {}
+
+    void take(map_line const& line, unsigned int number) {
+        std::string const& first = line.words[0];
+        if (first == "structure") {
             begin_structure(line, number);
-        } else if (line[0] == "end") {
+        } else if (first == "end") {
             end_structure(line);
         } else if (open_) {
             add_member(line, number);
         } else {
-            read_.variables.push_back(variable_in(line, read_.structures));
-            variables_.add(line[0], number);
+            read_.variables.push_back(variable_in(line, context()));
+            variables_.add(first, number);
         }
     }
 
@@ -71,29 +88,33 @@ public:
     }
 
 private:
-    void begin_structure(words const& line, unsigned int number) {
+    [[nodiscard]] line_context context() const { return {orders_, read_.structures}; }
+
+    void begin_structure(map_line const& line, unsigned int number) {
+        auto const& words = line.words;
         if (open_) {
             throw bad_line("structure " + quoted(open_->described.name) +
                            " has no end yet, and none stands within another");
         }
-        if (line.size() != 2) throw bad_line("expected structure NAME");
-        require_structure_name(line[1]);
-        structures_.add(line[1], number);
+        if (words.size() != 2) throw bad_line("expected structure NAME");
+        require_structure_name(words[1]);
+        structures_.add(words[1], number);
         open_.emplace(open_structure{number});
-        open_->described.name = line[1];
+        open_->described.name = words[1];
+        open_->described.description = line.comment;
     }
 
-    void add_member(words const& line, unsigned int number) {
+    void add_member(map_line const& line, unsigned int number) {
         structure& described = open_->described;
-        described.members.push_back(member_in(line, read_.structures));
-        open_->members.add(line[0], number);
+        described.members.push_back(member_in(line, context()));
+        open_->members.add(line.words[0], number);
         auto const& added = described.members.back();
         described.width = std::max(described.width, added.offset + added.type.width());
     }
 
-    void end_structure(words const& line) {
+    void end_structure(map_line const& line) {
         if (!open_) throw bad_line("'end' without a structure");
-        if (line.size() != 1) throw bad_line("expected end and no more");
+        if (line.words.size() != 1) throw bad_line("expected end and no more");
         if (open_->described.members.empty()) {
             throw bad_line("structure " + quoted(open_->described.name) + " has no members");
         }
@@ -101,6 +122,7 @@ private:
         open_.reset();
     }
 
+    part_orders orders_;
     map_contents read_;
     name_register variables_;
     name_register structures_;
@@ -109,14 +131,14 @@ private:
 
 } // namespace
 
-map_contents parse_map(std::istream& text) {
-    parser reading;
+map_contents parse_map(std::istream& text, part_orders orders) {
+    parser reading(orders);
     unsigned int number = 0;
     for (std::string line; std::getline(text, line);) {
         ++number;
         try {
-            auto const found = words_in(line);
-            if (!found.empty()) reading.take(found, number);
+            auto const found = line_in(line);
+            if (!found.words.empty()) reading.take(found, number);
         } catch (bad_line const& error) {
             throw map_error(number, error.what());
         }

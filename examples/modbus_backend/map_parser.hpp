@@ -38,9 +38,10 @@ struct map_contents {
 ///       ...
 ///     end
 ///
-/// The words stand between blanks; a word that starts with `#` ends the line, and empty lines
-/// are skipped. Names of variables, of structures, and of the members of one structure are unique;
-/// no variable is called `structure` or `end`.
+/// The words stand between blanks, and empty lines are skipped. A word that starts with `#` ends
+/// the line; what follows it is the description of the variable or structure of that line. Names of
+/// variables, of structures, and of the members of one structure are unique; no variable is called
+/// `structure` or `end`.
 /// - KIND: `coil`, `discrete`, `holding` or `input`
 /// - ADDRESS: 0 to 65535, of the first register
 /// - OFFSET: 0 to 124, counted from the first register of the structure
@@ -49,12 +50,13 @@ struct map_contents {
 ///   with `[N]` for an array, whose elements follow one another; or for registers the name of a
 ///   structure from above, but not within a structure. A variable is no wider than one request,
 ///   125 registers or 2000 bits.
-/// - OPTION: `byte_order=` or `word_order=`, each `big` (the default) or `little`: whether the high
-///   byte of a register, and the high register of a number, comes first. In texts the byte order
-///   says which byte of a register holds the first of its two characters. Arrays have the orders
-///   of their elements; those of a structure stand at its members.
+/// - OPTION: `byte_order=` or `word_order=`, each `big` or `little`: whether the high byte of a
+///   register, and the high register of a number, comes first. In texts the byte order says which
+///   byte of a register holds the first of its two characters. Arrays have the orders of their
+///   elements; those of a structure stand at its members.
 ///
+/// \param orders  those of the lines that state none
 /// \throws map_error  for the first line that is wrong
-[[nodiscard]] map_contents parse_map(std::istream& text);
+[[nodiscard]] map_contents parse_map(std::istream& text, part_orders orders = {});
 
 } // namespace modbus_backend

@@ -7,8 +7,15 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace modbus_backend {
+
+/// The words of a line, and the text behind `#`, without the blanks around it.
+struct map_line {
+    std::vector<std::string> words;
+    std::string comment;
+};
 
 /// What is wrong with a line, whose number the caller knows.
 struct bad_line : std::runtime_error {

@@ -1,6 +1,7 @@
 #include "reader.hpp"
 
 #include "decoding.hpp"
+#include "diagnostics.hpp"
 #include "error_category.hpp"
 
 #include <array>
@@ -29,7 +30,7 @@ std::span<Part const> part_of(std::span<Part> answer,
     return answer.subspan(member.what->address - wanted.first, member.what->type.width());
 }
 
-v2::io_error read_bits(request const& wanted, register_source& source, v2::read_result& result) {
+v2::io_error read_bits(request const& wanted, register_access& source, v2::read_result& result) {
     std::array<std::uint8_t, most_in_a_request(register_kind::coil)> buffer{};
     auto const bits = std::span(buffer).first(wanted.count);
     auto error = source.read_bits(wanted.kind, wanted.first, bits);
@@ -43,7 +44,7 @@ v2::io_error read_bits(request const& wanted, register_source& source, v2::read_
 }
 
 v2::io_error read_registers(request const& wanted,
-                            register_source& source,
+                            register_access& source,
                             v2::read_result& result) {
     std::array<std::uint16_t, most_in_a_request(register_kind::input)> buffer{};
     auto const registers = std::span(buffer).first(wanted.count);
@@ -71,19 +72,26 @@ bool depends_on_range(v2::io_error const& error) {
 
 } // namespace
 
-void carry_out(request const& wanted, register_source& source, v2::read_result& result) {
+void carry_out(request const& wanted,
+               register_access& source,
+               refusal_log& refusals,
+               v2::read_result& result) {
     auto const error = holds_bits(wanted.kind) ? read_bits(wanted, source, result)
                                                : read_registers(wanted, source, result);
-    if (error.ok()) return;
-
-    if (wanted.members.size() > 1 && depends_on_range(error)) {
-        auto const [lower, upper] = split(wanted);
-        carry_out(lower, source, result);
-        carry_out(upper, source, result);
+    if (error.ok()) {
+        refusals.answered(wanted);
         return;
     }
+    if (wanted.members.size() > 1 && depends_on_range(error)) {
+        auto const [lower, upper] = split(wanted);
+        carry_out(lower, source, refusals, result);
+        carry_out(upper, source, refusals, result);
+        return;
+    }
+    if (exception_in(error) != 0) refusals.refused(wanted, error);
     for (auto const& member : wanted.members) {
-        result.set(static_cast<unsigned int>(member.where), error);
+        result.set(static_cast<unsigned int>(member.where),
+                   failed_exchange(error, read_function(wanted.kind), *member.what));
     }
 }
 

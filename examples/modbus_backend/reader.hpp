@@ -2,16 +2,18 @@
 
 #include <tavi/ioapi/v2/read_result.hpp>
 
-#include "register_source.hpp"
+#include "refusal_log.hpp"
+#include "register_access.hpp"
 #include "request_plan.hpp"
 
 namespace modbus_backend {
 
 /// Carry out a request and store what comes of it: a value, stamped with the time of the answer,
-/// or an error for each member. Where the controller refuses a range, narrower ranges are tried,
-/// so that in the end only those variables have the error that cannot be read.
+/// or an error with diagnostics for each member. Where the controller refuses a range, narrower
+/// ranges are tried, so that in the end only those variables have the error that cannot be read.
 void carry_out(request const& wanted,
-               register_source& source,
+               register_access& source,
+               refusal_log& refusals,
                tavi::ioapi::v2::read_result& result);
 
 } // namespace modbus_backend

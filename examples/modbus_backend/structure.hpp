@@ -21,10 +21,11 @@ struct member {
 /// What several variables may have in common: named members in registers.
 struct structure {
     std::string name;
+    std::string description;     ///< for people
     std::vector<member> members; ///< at least one
     unsigned int width = 0;      ///< how many registers it takes, gaps included
-    /// An instance without values, under the id that the host's dictionary gave. None before the
-    /// structure is registered.
+    /// An instance without values, under the type that the host gave. None before the structure is
+    /// registered.
     std::optional<tavi::ioapi::v2::io_object> blank{};
 };
 

@@ -15,6 +15,12 @@ using value_type = tavi::ioapi::v2::io_data_type::basic_types;
 /// default for bytes; values of several registers follow no standard, and `big` is the most usual.
 enum class part_order { big, little };
 
+/// The orders of one value, or those of a whole map where its lines state none.
+struct part_orders {
+    part_order bytes = part_order::big;
+    part_order words = part_order::big;
+};
+
 /// What stands at a place: one value, an array of values, or a structure.
 struct variable_type {
     value_type element = value_type::u16; ///< of the value, or of each element

@@ -41,10 +41,10 @@ TEST(controller, serves_all_of_its_tables) {
     auto const expected = station::image_at(0);
     auto seen = station::image_at(1);
 
-    EXPECT_EQ(modbus_read_bits(client.get(), 0, 4, seen.coils.data()), 4);
+    EXPECT_EQ(modbus_read_bits(client.get(), 0, 12, seen.coils.data()), 12);
     EXPECT_EQ(modbus_read_input_bits(client.get(), 0, 8, seen.discretes.data()), 8);
     EXPECT_EQ(modbus_read_input_registers(client.get(), 0, 40, seen.inputs.data()), 40);
-    EXPECT_EQ(modbus_read_registers(client.get(), 0, 36, seen.holdings.data()), 36);
+    EXPECT_EQ(modbus_read_registers(client.get(), 0, 64, seen.holdings.data()), 64);
     EXPECT_EQ(seen.coils, expected.coils);
     EXPECT_EQ(seen.discretes, expected.discretes);
     EXPECT_EQ(seen.inputs, expected.inputs);
@@ -83,17 +83,39 @@ TEST(controller, answers_addresses_outside_its_map_with_exception_2) {
     std::array<std::uint16_t, 2> words{};
     std::array<std::uint8_t, 2> bits{};
 
-    EXPECT_EQ(modbus_read_registers(client.get(), 36, 1, words.data()), -1);
+    EXPECT_EQ(modbus_read_registers(client.get(), 64, 1, words.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);
-    EXPECT_EQ(modbus_read_registers(client.get(), 35, 2, words.data()), -1);
+    EXPECT_EQ(modbus_read_registers(client.get(), 63, 2, words.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);
     EXPECT_EQ(modbus_read_input_registers(client.get(), 40, 1, words.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);
-    EXPECT_EQ(modbus_read_bits(client.get(), 4, 1, bits.data()), -1);
+    EXPECT_EQ(modbus_read_bits(client.get(), 12, 1, bits.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);
     EXPECT_EQ(modbus_read_input_bits(client.get(), 65535, 1, bits.data()), -1);
     EXPECT_EQ(errno, EMBXILADD);
     EXPECT_EQ(holding(client, station::setpoint), 1500);
+}
+
+TEST(controller, keeps_what_is_written_to_its_panel_whatever_the_clock_does) {
+    running_station const station;
+    modbus_client const client(station.port());
+    std::array<std::uint16_t, 3> const words{7, 8, 9};
+    std::array<std::uint8_t, 2> const bits{1, 1};
+
+    EXPECT_EQ(modbus_write_registers(client.get(), 61, 3, words.data()), 3);
+    EXPECT_EQ(modbus_write_register(client.get(), station::panel, 6), 1);
+    EXPECT_EQ(modbus_write_bits(client.get(), 10, 2, bits.data()), 2);
+    EXPECT_EQ(modbus_write_bit(client.get(), station::lamps, 1), 1);
+    EXPECT_EQ(modbus_write_register(client.get(), station::step, 119), 1);
+
+    modbus_client const other(station.port());
+    EXPECT_EQ(holding(other, station::panel), 6);
+    std::array<std::uint16_t, 4> kept{};
+    EXPECT_EQ(modbus_read_registers(other.get(), 60, 4, kept.data()), 4);
+    EXPECT_EQ(kept, (std::array<std::uint16_t, 4>{0, 7, 8, 9}));
+    std::array<std::uint8_t, 4> lamps{};
+    EXPECT_EQ(modbus_read_bits(other.get(), station::lamps, 4, lamps.data()), 4);
+    EXPECT_EQ(lamps, (std::array<std::uint8_t, 4>{1, 0, 1, 1}));
 }
 
 TEST(controller, refuses_to_be_written_to_elsewhere) {

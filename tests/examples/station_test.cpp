@@ -19,14 +19,14 @@ registers at(std::span<std::uint16_t const> table, std::size_t first, std::size_
 
 TEST(station, bits_at_the_start) {
     auto const shown = station::image_at(0);
-    EXPECT_EQ(shown.coils, (std::array<std::uint8_t, 4>{1, 0, 0, 0}));
+    EXPECT_EQ(shown.coils, (std::array<std::uint8_t, 12>{1, 0, 0, 0}));
     EXPECT_EQ(shown.discretes, (std::array<std::uint8_t, 8>{1, 0, 0, 0, 0, 0, 0, 0}));
 }
 
 // 119 mod 4 = 3, mod 10 = 9, mod 8 = 7, mod 6 = 5, and it is odd.
 TEST(station, bits_where_each_stands_otherwise) {
     auto const shown = station::image_at(119);
-    EXPECT_EQ(shown.coils, (std::array<std::uint8_t, 4>{0, 1, 1, 1}));
+    EXPECT_EQ(shown.coils, (std::array<std::uint8_t, 12>{0, 1, 1, 1}));
     EXPECT_EQ(shown.discretes, (std::array<std::uint8_t, 8>{0, 1, 0, 0, 0, 0, 0, 1}));
 }
 
@@ -96,6 +96,24 @@ TEST(station, holding_registers_at_the_start) {
               (registers{0x6966, 0x6C6C, 0x6E69, 0x0067})); // fi ll in g
     // 0.1 = 0x3FB999999999999A
     EXPECT_EQ(at(shown.holdings, station::gain, 4), (registers{0x999A, 0x9999, 0x9999, 0x3FB9}));
+}
+
+TEST(station, the_panel_is_the_same_at_every_tick) {
+    for (station::tick_count const t : {0u, 119u}) {
+        auto const shown = station::image_at(t);
+        auto const panel = std::span(shown.holdings).subspan(station::panel);
+        EXPECT_EQ(at(panel, station::operator_panel::limit, 2), (registers{0, 0x4060})); // 3.5
+        EXPECT_EQ(at(panel, station::operator_panel::note, 8),
+                  (registers{0x616C, 0x6C20, 0x7765, 0x6C6C, 0, 0, 0, 0})); // al l_ we ll
+        EXPECT_EQ(at(panel, station::operator_panel::factors, 4),
+                  (registers{1, 0xFFFE, 3, 0xFFFC}));
+        // 1200.5 = 1.17236328125 * 2^10
+        EXPECT_EQ(at(panel, station::operator_panel::recipe_speed, 2), (registers{0x4496, 0x1000}));
+        EXPECT_EQ(at(panel, station::operator_panel::recipe_batches, 1), (registers{7}));
+        EXPECT_EQ(at(panel, station::operator_panel::recipe_name, 4),
+                  (registers{0x626C, 0x7565, 0, 0})); // bl ue
+        EXPECT_EQ(at(panel, 21, 3), (registers{0, 0, 0}));
+    }
 }
 
 TEST(station, holding_registers_move_with_the_clock) {

@@ -16,7 +16,30 @@ TEST(write_request, reading_is_free) {
     }
 }
 
-TEST(write_request, the_step_register_alone_is_written) {
+TEST(write_request, the_panel_is_written_within_its_bounds) {
+    EXPECT_FALSE(may({6, 0, 39, 0, 5}));
+    EXPECT_TRUE(may({6, 0, 40, 0, 5}));
+    EXPECT_TRUE(may({6, 0, 63, 0, 5}));
+    EXPECT_FALSE(may({6, 0, 64, 0, 5}));
+    EXPECT_TRUE(may({16, 0, 40, 0, 24}));
+    EXPECT_FALSE(may({16, 0, 39, 0, 24}));
+    EXPECT_FALSE(may({16, 0, 41, 0, 24}));
+    EXPECT_FALSE(may({16, 0, 40, 0, 0}));
+    EXPECT_FALSE(may({16, 0, 40, 0xFF, 0xFF}));
+}
+
+TEST(write_request, the_lamps_are_written_within_their_bounds) {
+    EXPECT_FALSE(may({5, 0, 7, 0xFF, 0}));
+    EXPECT_TRUE(may({5, 0, 8, 0xFF, 0}));
+    EXPECT_TRUE(may({5, 0, 11, 0xFF, 0}));
+    EXPECT_FALSE(may({5, 0, 12, 0xFF, 0}));
+    EXPECT_TRUE(may({15, 0, 8, 0, 4}));
+    EXPECT_FALSE(may({15, 0, 7, 0, 4}));
+    EXPECT_FALSE(may({15, 0, 9, 0, 4}));
+    EXPECT_FALSE(may({15, 0, 8, 0, 0}));
+}
+
+TEST(write_request, of_all_other_registers_that_of_the_step_alone_is_written) {
     EXPECT_TRUE(may({6, 0x00, 0x00, 0x00, 0x05}));
     EXPECT_FALSE(may({6, 0x00, 0x01, 0x00, 0x05}));
     EXPECT_FALSE(may({6, 0x01, 0x00, 0x00, 0x05}));

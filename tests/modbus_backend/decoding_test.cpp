@@ -1,3 +1,4 @@
+#include <examples/support/recording_host.hpp>
 #include <gtest/gtest.h>
 #include <modbus_backend/decoding.hpp>
 #include <modbus_backend/structure.hpp>
@@ -262,12 +263,12 @@ protected:
 
     std::shared_ptr<structure> shape_ = std::make_shared<structure>();
     variable_type type_;
-    tavi::ioapi::v2::io_structure_dictionary dictionary_;
+    test_support::recording_host host_;
     some_registers const words_{0x6261, 0x3344, 0x1122, 9, 0};
 };
 
 TEST_F(decoding_structures, become_objects_whose_type_names_the_registered_id) {
-    register_structures({shape_}, dictionary_);
+    register_structures({shape_}, tavi::ioapi::v2::backend_query(host_));
     io_value const value = decode(type_, words_);
     auto const* const object = value.get_if<tavi::ioapi::v2::io_object>();
     ASSERT_NE(object, nullptr);
@@ -276,7 +277,7 @@ TEST_F(decoding_structures, become_objects_whose_type_names_the_registered_id) {
     EXPECT_FALSE(value.data_type().is_array());
 
     tavi::ioapi::v2::io_error error;
-    auto const known = dictionary_.get_structure(value.data_type().structure_id, error);
+    auto const known = host_.lookup_structure_type(value.data_type(), error);
     ASSERT_TRUE(error.ok());
     EXPECT_EQ(known.name(), "sample");
     EXPECT_EQ(known.get_member("numbers"), io_data_type::array_of(types::u32));
@@ -285,7 +286,7 @@ TEST_F(decoding_structures, become_objects_whose_type_names_the_registered_id) {
 }
 
 TEST_F(decoding_structures, have_every_member_decoded_in_its_own_order) {
-    register_structures({shape_}, dictionary_);
+    register_structures({shape_}, tavi::ioapi::v2::backend_query(host_));
     io_value const value = decode(type_, words_);
     auto const* const object = value.get_if<tavi::ioapi::v2::io_object>();
     ASSERT_NE(object, nullptr);
@@ -296,7 +297,7 @@ TEST_F(decoding_structures, have_every_member_decoded_in_its_own_order) {
 
 TEST_F(decoding_structures, take_arrays_of_one) {
     shape_->members = {{"only", 4, array_of(value_type::u16, 1, 1)}};
-    register_structures({shape_}, dictionary_);
+    register_structures({shape_}, tavi::ioapi::v2::backend_query(host_));
     io_value const value = decode(type_, some_registers{0, 0, 0, 0, 7});
     EXPECT_EQ(elements<unsigned short>(value.get_if<tavi::ioapi::v2::io_object>()->get("only"),
                                        types::u16),
@@ -304,7 +305,7 @@ TEST_F(decoding_structures, take_arrays_of_one) {
 }
 
 TEST_F(decoding_structures, know_no_other_keys) {
-    register_structures({shape_}, dictionary_);
+    register_structures({shape_}, tavi::ioapi::v2::backend_query(host_));
     io_value const value = decode(type_, words_);
     tavi::ioapi::v2::io_error error;
     static_cast<void>(value.get_if<tavi::ioapi::v2::io_object>()->get("speed", error));
@@ -312,28 +313,23 @@ TEST_F(decoding_structures, know_no_other_keys) {
 }
 
 TEST_F(decoding_structures, leave_the_pattern_without_values) {
-    register_structures({shape_}, dictionary_);
+    register_structures({shape_}, tavi::ioapi::v2::backend_query(host_));
     static_cast<void>(decode(type_, words_));
     EXPECT_TRUE(shape_->blank->empty());
 }
 
 TEST_F(decoding_structures, that_are_registered_again_name_the_new_id) {
-    register_structures({shape_}, dictionary_);
+    register_structures({shape_}, tavi::ioapi::v2::backend_query(host_));
     auto const first = decode(type_, words_).data_type().structure_id;
-    tavi::ioapi::v2::io_structure_dictionary another;
-    register_structures({shape_}, another);
-    auto const second = decode(type_, words_).data_type().structure_id;
-    EXPECT_NE(first, second);
+    register_structures({shape_}, tavi::ioapi::v2::backend_query(host_));
+    auto const second = decode(type_, words_).data_type();
+    EXPECT_NE(first, second.structure_id);
     tavi::ioapi::v2::io_error error;
-    EXPECT_EQ(another.get_structure(second, error).name(), "sample");
+    EXPECT_EQ(host_.lookup_structure_type(second, error).name(), "sample");
 }
 
 TEST_F(decoding_structures, are_refused_before_they_are_registered) {
-    EXPECT_FALSE(is_registered(type_));
     EXPECT_THROW(static_cast<void>(decode(type_, words_)), std::invalid_argument);
-    register_structures({shape_}, dictionary_);
-    EXPECT_TRUE(is_registered(type_));
-    EXPECT_TRUE(is_registered(variable_type()));
 }
 
 TEST(decoding, another_count_of_registers_or_bits_is_refused) {

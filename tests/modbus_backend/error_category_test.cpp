@@ -35,7 +35,15 @@ TEST(error_category, every_code_has_a_message_of_its_own) {
             EXPECT_TRUE(messages.insert(message.str()).second) << code;
         }
     }
-    EXPECT_EQ(messages.size(), 17U); // 10 exceptions, and 7 of the backend's own
+    EXPECT_EQ(messages.size(), 20U); // 10 exceptions, and 10 of the backend's own
+}
+
+TEST(error_category, tells_exceptions_of_the_controller_from_all_other_errors) {
+    namespace v2 = tavi::ioapi::v2;
+    EXPECT_EQ(exception_in(make_modbus_error(modbus_errc::gateway_target_silent)), 11);
+    EXPECT_EQ(exception_in(make_modbus_error(modbus_errc::not_connected)), 0);
+    EXPECT_EQ(exception_in(v2::io_errc::invalid_property), 0); // the number of an illegal address
+    EXPECT_EQ(exception_in({}), 0);
 }
 
 TEST(error_category, a_code_without_a_meaning_has_no_message) {

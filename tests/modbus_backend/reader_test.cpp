@@ -1,3 +1,4 @@
+#include <examples/support/recording_host.hpp>
 #include <gtest/gtest.h>
 #include <modbus_backend/error_category.hpp>
 #include <modbus_backend/reader.hpp>
@@ -13,7 +14,7 @@ namespace v2 = tavi::ioapi::v2;
 using namespace modbus_backend;
 
 /// Serves addresses up to an end, each with its own number as contents, and counts the requests.
-class scripted_source final : public register_source {
+class scripted_source final : public register_access {
 public:
     unsigned int served_end = 1000;
     v2::io_error beyond = make_modbus_error(modbus_errc::illegal_data_address);
@@ -35,6 +36,13 @@ public:
             registers[i] = static_cast<std::uint16_t>(first + i);
         }
         return {};
+    }
+
+    v2::io_error write_coils(unsigned int, std::span<std::uint8_t const>) override {
+        return v2::io_errc::not_supported;
+    }
+    v2::io_error write_holdings(unsigned int, std::span<std::uint16_t const>) override {
+        return v2::io_errc::not_supported;
     }
 
 private:
@@ -70,7 +78,7 @@ protected:
         shape->name = "ends";
         shape->members = {{"first", 0, {}}, {"last", 2, {}}};
         shape->width = 3;
-        register_structures({shape}, dictionary_);
+        register_structures({shape}, v2::backend_query(host));
         variable_type type;
         type.element = value_type::object;
         type.element_width = 3;
@@ -80,7 +88,7 @@ protected:
 
     void read() {
         result.assign(identifiers_);
-        for (auto const& one : plan_requests(wanted_)) carry_out(one, source, result);
+        for (auto const& one : plan_requests(wanted_)) carry_out(one, source, refusals, result);
     }
 
     void expect_value(unsigned int index, int expected) const {
@@ -111,17 +119,18 @@ protected:
     }
 
     scripted_source source;
+    test_support::recording_host host;
+    refusal_log refusals{journal(v2::backend_query(host))};
     v2::read_result result;
 
 private:
     void want(register_kind kind, unsigned int address, variable_type const& type) {
         auto const name = std::to_string(address);
-        variables_.push_back(std::make_unique<variable>(variable{name, kind, address, type}));
+        variables_.push_back(std::make_unique<variable>(variable{name, "", kind, address, type}));
         wanted_.push_back({variables_.back().get(), wanted_.size()});
         identifiers_.emplace_back(name);
     }
 
-    v2::io_structure_dictionary dictionary_;
     std::vector<std::unique_ptr<variable>> variables_;
     std::vector<wanted_variable> wanted_;
     std::vector<v2::plc_identifier> identifiers_;
@@ -293,6 +302,90 @@ TEST_F(reader, an_error_of_another_category_is_never_narrowed_down) {
     read();
     EXPECT_EQ(result[0].error(), v2::io_error(v2::io_errc::invalid_property));
     EXPECT_EQ(source.asked.size(), 1U);
+}
+
+TEST_F(reader, an_error_says_what_was_tried_for_which_variable) {
+    source.served_end = 10;
+    want(40, register_kind::input);
+    read();
+    namespace key = v2::diagnostics_key;
+    auto const diagnostics = result[0].error().diagnostics();
+    EXPECT_EQ(diagnostics.get(key::operation), v2::io_value("read input registers"));
+    EXPECT_EQ(diagnostics.get("function").as<int>(), 4);
+    EXPECT_EQ(diagnostics.get(key::address).as<int>(), 40);
+    EXPECT_EQ(diagnostics.get("variable"), v2::io_value("40"));
+    EXPECT_EQ(diagnostics.get(key::device_code).as<int>(), 2);
+    EXPECT_EQ(diagnostics.size(), 5U);
+}
+
+TEST_F(reader, the_function_is_that_of_the_kind) {
+    source.served_end = 0;
+    want(1, register_kind::coil);
+    want(2, register_kind::discrete);
+    want(3, register_kind::holding);
+    want(4, register_kind::input);
+    read();
+    for (unsigned int i = 0; i < 4; ++i) {
+        EXPECT_EQ(result[i].error().diagnostics().get("function").as<unsigned int>(), i + 1);
+    }
+}
+
+TEST_F(reader, an_error_that_is_no_exception_has_no_code_of_the_controller) {
+    source.beyond = make_modbus_error(modbus_errc::timeout);
+    source.served_end = 0;
+    want(1);
+    read();
+    EXPECT_FALSE(result[0].error().diagnostics().contains(v2::diagnostics_key::device_code));
+    EXPECT_EQ(result[0].error().diagnostics().size(), 4U);
+}
+
+TEST_F(reader, a_refusal_is_logged_once_until_it_ends_or_changes) {
+    want(40);
+    source.served_end = 10;
+    read();
+    read();
+    ASSERT_EQ(host.log().size(), 1U);
+    EXPECT_EQ(host.log()[0].level, v2::log_severity_level::warning);
+    EXPECT_EQ(host.log()[0].text, "the controller refuses to read holding registers 40 (40): "
+                                  "illegal data address");
+    source.beyond = make_modbus_error(modbus_errc::device_busy);
+    read();
+    EXPECT_EQ(host.log().size(), 2U);
+    source.served_end = 100;
+    read();
+    EXPECT_EQ(host.log().size(), 2U);
+    source.served_end = 10;
+    read();
+    EXPECT_EQ(host.log().size(), 3U);
+}
+
+TEST_F(reader, of_ranges_that_are_narrowed_down_only_the_last_is_logged) {
+    source.served_end = 20;
+    want(10);
+    want_array(39, 3);
+    read();
+    ASSERT_EQ(host.log().size(), 1U);
+    EXPECT_EQ(host.log()[0].text, "the controller refuses to read holding registers 39 to 41 "
+                                  "(39): illegal data address");
+}
+
+TEST_F(reader, variables_that_are_refused_together_are_logged_together) {
+    source.beyond = make_modbus_error(modbus_errc::illegal_function);
+    source.served_end = 0;
+    want(1);
+    want(2);
+    read();
+    ASSERT_EQ(host.log().size(), 1U);
+    EXPECT_EQ(host.log()[0].text, "the controller refuses to read holding registers 1 to 2 "
+                                  "(2 variables): illegal function");
+}
+
+TEST_F(reader, a_lost_connection_is_no_refusal) {
+    source.beyond = make_modbus_error(modbus_errc::connection_lost);
+    source.served_end = 0;
+    want(1);
+    read();
+    EXPECT_TRUE(host.log().empty());
 }
 
 } // namespace

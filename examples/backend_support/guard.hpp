@@ -3,9 +3,10 @@
 #include <tavi/ioapi/v2/io_errc.hpp>
 #include <tavi/ioapi/v2/io_error.hpp>
 
-namespace modbus_backend {
+namespace backend_support {
 
-/// The rim of the module: no exception passes it, and each becomes an error.
+/// The rim of a module: no exception passes it, and each becomes `unhandled_exception`. The error
+/// is cleared first; `work` may set it.
 template <class Work>
 void guarded(tavi::ioapi::v2::io_error& error, Work work) noexcept {
     error.reset();
@@ -16,4 +17,4 @@ void guarded(tavi::ioapi::v2::io_error& error, Work work) noexcept {
     }
 }
 
-} // namespace modbus_backend
+} // namespace backend_support

@@ -1,0 +1,129 @@
+#include "encoding.hpp"
+
+#include "data_type.hpp"
+#include "error_category.hpp"
+
+#include <bit>
+#include <cstddef>
+#include <stdexcept>
+#include <string_view>
+#include <type_traits>
+
+namespace modbus_backend {
+
+namespace {
+
+namespace v2 = tavi::ioapi::v2;
+using v2::io_error;
+using v2::io_value;
+using bits_span = std::span<std::uint8_t>;
+using registers_span = std::span<std::uint16_t>;
+
+std::uint16_t ordered(unsigned int word, part_order bytes) {
+    unsigned int const shown = bytes == part_order::big ? word : word << 8 | (word & 0xFFFFU) >> 8;
+    return static_cast<std::uint16_t>(shown);
+}
+
+template <class Number>
+unsigned long long pattern_of(Number number) {
+    if constexpr (std::is_same_v<Number, float>) {
+        return std::bit_cast<std::uint32_t>(number);
+    } else if constexpr (std::is_same_v<Number, double>) {
+        return std::bit_cast<std::uint64_t>(number);
+    } else {
+        return static_cast<unsigned long long>(number);
+    }
+}
+
+template <class Number>
+io_error store_number(variable_type const& type, Number const& number, registers_span registers) {
+    unsigned long long pattern = pattern_of(number);
+    for (std::size_t i = 0; i < registers.size(); ++i) {
+        std::size_t const place = type.words == part_order::big ? registers.size() - 1 - i : i;
+        registers[place] = ordered(static_cast<unsigned int>(pattern & 0xFFFFU), type.bytes);
+        pattern >>= 16;
+    }
+    return {};
+}
+
+// The rest is filled with zeros; a text that fills its registers needs none.
+io_error store_text(variable_type const& type,
+                    v2::utility::string const& given,
+                    registers_span registers) {
+    std::string_view const text = given;
+    bool const fits = text.size() <= 2 * registers.size();
+    if (!fits || text.find('\0') != std::string_view::npos) {
+        return make_modbus_error(modbus_errc::unfit_text);
+    }
+    auto const byte = [text](std::size_t place) -> unsigned int {
+        return place < text.size() ? static_cast<unsigned char>(text[place]) : 0U;
+    };
+    for (std::size_t i = 0; i < registers.size(); ++i) {
+        registers[i] = ordered(byte(2 * i) << 8 | byte(2 * i + 1), type.bytes);
+    }
+    return {};
+}
+
+io_error store_bit(variable_type const&, bool const& bit, bits_span bits) {
+    bits.front() = bit ? 1 : 0;
+    return {};
+}
+
+/// One element, or an array of as many as the type states.
+template <class Element, class Part>
+io_error store(variable_type const& type,
+               io_value const& value,
+               std::span<Part> parts,
+               io_error (*store_element)(variable_type const&, Element const&, std::span<Part>)) {
+    io_error error;
+    if (type.count == 0) {
+        Element const element = value.get_exact<Element>(error);
+        return error ? error : store_element(type, element, parts);
+    }
+    auto const elements = value.get_exact<v2::utility::array<Element>>(error);
+    if (error) return error;
+    if (elements.size() != type.count) return make_modbus_error(modbus_errc::wrong_count);
+    auto const list = elements.to_vector();
+    for (std::size_t i = 0; i < list.size() && error.ok(); ++i) {
+        error =
+            store_element(type, list[i], parts.subspan(i * type.element_width, type.element_width));
+    }
+    return error;
+}
+
+// The empty value converts to a default, which nobody has asked to be written.
+io_error why_unconvertible(variable_type const& type, io_value const& value) {
+    auto const wanted = data_type_of(type);
+    if (value.converts_to(wanted)) return {};
+    io_error error;
+    static_cast<void>(value.to_variant(wanted, error));
+    return error ? error : io_error(v2::io_errc::incompatible_type);
+}
+
+} // namespace
+
+io_error encode(variable_type const& type, io_value const& value, registers_span registers) {
+    if (registers.size() != type.width()) throw std::invalid_argument("not the registers of it");
+    if (auto error = why_unconvertible(type, value)) return error;
+    switch (type.element) {
+    case value_type::u16: return store(type, value, registers, store_number<unsigned short>);
+    case value_type::i16: return store(type, value, registers, store_number<short>);
+    case value_type::u32: return store(type, value, registers, store_number<unsigned int>);
+    case value_type::i32: return store(type, value, registers, store_number<int>);
+    case value_type::u64: return store(type, value, registers, store_number<unsigned long long>);
+    case value_type::i64: return store(type, value, registers, store_number<long long>);
+    case value_type::flt: return store(type, value, registers, store_number<float>);
+    case value_type::dbl: return store(type, value, registers, store_number<double>);
+    case value_type::string: return store(type, value, registers, store_text);
+    default: throw std::invalid_argument("not a type of registers");
+    }
+}
+
+io_error encode(variable_type const& type, io_value const& value, bits_span bits) {
+    if (bits.size() != type.width()) throw std::invalid_argument("not the bits of it");
+    if (type.element != value_type::boolean) throw std::invalid_argument("not a type of bits");
+    if (auto error = why_unconvertible(type, value)) return error;
+    return store(type, value, bits, store_bit);
+}
+
+} // namespace modbus_backend
