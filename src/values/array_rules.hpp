@@ -97,24 +97,34 @@ struct rule<utility::array<To>, utility::array<From>> {
     }
 
     static io_errc convert(utility::array<From> const& source, utility::array<To>& target) {
-        utility::array<To> result(source.size());
         if constexpr (is_numeric_run<To, From>) {
+            bool fitted = true;
+            auto result = utility::array<To>::filled(
+                source.size(), [&](To* elements) { fitted = make_run(source, elements); });
             // All misfits of one kind have one code, so that it does not matter which comes first.
-            bool const fitted = run_fits<To>(
-                source.data(), source.size(), [&](unsigned int start, unsigned int length) {
-                    From const* __restrict const from = source.data() + start;
-                    To* __restrict const to = result.data() + start;
-                    for (unsigned int i = 0; i < length; ++i) to[i] = rule<To, From>::make(from[i]);
-                });
             if (!fitted) return rule<To, From>::failure;
+            target = std::move(result);
         } else {
+            utility::array<To> result(source.size());
             for (unsigned int i = 0; i < source.size(); ++i) {
                 io_errc const outcome = detail::convert(element_of(source, i), result[i]);
                 if (outcome != io_errc::success) return outcome;
             }
+            target = std::move(result);
         }
-        target = std::move(result);
         return io_errc::success;
+    }
+
+private:
+    /// \return whether all fit; where one does not, what lies behind it is not written
+    static bool make_run(utility::array<From> const& source, To* target) noexcept {
+        return run_fits<To>(source.data(), source.size(),
+                            [&](unsigned int start, unsigned int length) {
+                                From const* __restrict const from = source.data() + start;
+                                To* __restrict const to = target + start;
+                                for (unsigned int i = 0; i < length; ++i)
+                                    to[i] = rule<To, From>::make(from[i]);
+                            });
     }
 };
 

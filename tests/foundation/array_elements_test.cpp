@@ -288,4 +288,45 @@ TEST_F(FragileElements, KeepTheirOldContentWhenTheyCannotBeCopied) {
     EXPECT_EQ(target[2].id, 9);
 }
 
+TEST(ArrayFilled, HoldsWhatTheFunctionWrites) {
+    auto const elements = array<int>::filled(3, [](int* first) {
+        for (int i = 0; i < 3; ++i) first[i] = 10 * i;
+    });
+    EXPECT_EQ(elements.to_vector(), (std::vector<int>{0, 10, 20}));
+}
+
+TEST(ArrayFilled, WithNoElementsCallsNothingAndHasNoBlock) {
+    allocation_counter const counter;
+    auto const elements = array<int>::filled(0, [](int*) { FAIL() << "called"; });
+    EXPECT_EQ(elements.data(), nullptr);
+    EXPECT_EQ(elements.size(), 0u);
+    EXPECT_EQ(counter.allocations(), 0u);
+}
+
+TEST(ArrayFilled, ReleasesTheBlockWhereTheFunctionRaises) {
+    auto const before = test_support::live_blocks();
+    EXPECT_THROW(static_cast<void>(array<int>::filled(3, [](int*) { throw 7; })), int);
+    EXPECT_EQ(test_support::live_blocks(), before);
+}
+
+TEST(ArrayFilled, IsNotCalledWhereMemoryIsExhausted) {
+    bool called = false;
+    bool raised = false;
+    {
+        allocation_failure const failure(1);
+        try {
+            static_cast<void>(array<int>::filled(3, [&](int*) { called = true; }));
+        } catch (std::bad_alloc const&) {
+            raised = true;
+        }
+    }
+    EXPECT_TRUE(raised);
+    EXPECT_FALSE(called);
+}
+
+TEST(ArrayFilled, RefusesMoreThanTheLargestCount) {
+    EXPECT_THROW(static_cast<void>(array<int>::filled(array<int>::max_size() + 1, [](int*) {})),
+                 std::bad_array_new_length);
+}
+
 } // namespace

@@ -81,6 +81,13 @@ public:
         }
     }
 
+    /// Leave it to `fill` to write the elements, which need no building.
+    template <class Fill>
+    void build_by(Fill& fill) {
+        fill(data_);
+        built_ = count_;
+    }
+
     /// Build the next element from `source`.
     template <class Source>
     void build_next(Source&& source) {

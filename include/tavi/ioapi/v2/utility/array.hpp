@@ -82,6 +82,17 @@ public:
                      [&](detail::element_run<T>& elements) { elements.build_copies(first); });
     }
 
+    /// \return `count` numbers or truth values that `fill` writes, called once with the address of
+    /// the first. They are not set to zero before: where they come from a loop anyway, that is half
+    /// of the work on a large array. `fill` must write every element that is read later. It is not
+    /// called for no elements.
+    template <class Fill>
+    [[nodiscard]] static array filled(unsigned int count, Fill&& fill) {
+        static_assert(std::is_trivially_copyable_v<T>, "other elements are built one by one");
+        return array(counted{}, count,
+                     [&](detail::element_run<T>& elements) { elements.build_by(fill); });
+    }
+
     /// \return an array of the arguments, each of which converts to `T` implicitly and is moved in
     /// where it can be.
     template <class... Elements>
