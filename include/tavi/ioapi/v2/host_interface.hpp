@@ -22,9 +22,9 @@ enum class log_severity_level : unsigned int {
 
 /// The version of a backend, as its host knows it.
 struct backend_version_info {
-    unsigned int major_version = 0;
-    unsigned int minor_version = 0;
-    unsigned int patch_version = 0;
+    unsigned int major_version = 0; ///< the first number
+    unsigned int minor_version = 0; ///< the second one
+    unsigned int patch_version = 0; ///< the third one
     utility::string label; ///< what stands behind the numbers, such as `beta`; may be empty
 };
 

@@ -50,7 +50,7 @@ public:
     /// Whether there are no entries.
     [[nodiscard]] bool empty() const { return size() == 0; }
 
-    /// **Not a test for presence; that is `contains`.** What the list itself answers: the
+    /// **Not a test for presence**; that is `contains`. What the list itself answers: the
     /// library's own says true for a key that is absent and false for one that is present. A null
     /// list says false.
     [[nodiscard]] TAVI_IOAPI_API bool has(utility::string_view key) const;
@@ -96,8 +96,8 @@ public:
 
     /// One entry; what it refers to lives until the list changes.
     struct reference {
-        utility::string_view key;
-        io_value const& value;
+        utility::string_view key; ///< of this entry
+        io_value const& value;    ///< under that key
     };
     using value_type = reference;
 
@@ -134,6 +134,7 @@ public:
         return before;
     }
 
+    /// The entry at this place, which must not be the end.
     [[nodiscard]] reference operator*() const {
         auto const entry = position_->get();
         return {entry.key, *entry.value};

@@ -18,6 +18,7 @@ public:
     io_exception& operator=(io_exception const&) = default;
     ~io_exception() noexcept override;
 
+    /// The error on its way.
     [[nodiscard]] io_error const& error() const noexcept TAVI_IOAPI_LIFETIMEBOUND { return error_; }
     /// The same as `error().code()`.
     [[nodiscard]] int code() const noexcept { return error_.code(); }

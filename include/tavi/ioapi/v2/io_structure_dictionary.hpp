@@ -22,7 +22,7 @@ public:
     io_structure_dictionary(io_structure_dictionary const&) = delete;
     io_structure_dictionary(io_structure_dictionary&&) = delete;
 
-    /// **Warning.** Both forms make this handle and `other` one dictionary, under one lock, and
+    /// \warning Both forms make this handle and `other` one dictionary, under one lock, and
     /// count no references: what this one held is left behind for good, the first of the two to be
     /// destroyed frees the dictionary for both, and only one of them may be destroyed. Never assign
     /// a temporary. It is kept for hosts that rely on it; new code shares a dictionary by

@@ -23,6 +23,7 @@ class TAVI_IOAPI_API io_structure_type {
 public:
     class impl;
     class const_iterator;
+    /// A name and the type of what stands under it.
     using member = utility::pair<utility::string, io_data_type>;
 
     /// No name, no members. \throws std::bad_alloc, as all constructors and copies

@@ -49,12 +49,14 @@ private:
     long long ticks_ = 0;
 };
 
+/// By the count of ticks.
 [[nodiscard]] constexpr bool operator==(io_timestamp left, io_timestamp right) noexcept {
     return left.ticks() == right.ticks();
 }
 [[nodiscard]] constexpr bool operator!=(io_timestamp left, io_timestamp right) noexcept {
     return left.ticks() != right.ticks();
 }
+/// The earlier one is the lesser.
 [[nodiscard]] constexpr bool operator<(io_timestamp left, io_timestamp right) noexcept {
     return left.ticks() < right.ticks();
 }

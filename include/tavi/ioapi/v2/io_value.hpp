@@ -57,6 +57,7 @@ class io_value {
                          bool>;
 
 public:
+    /// Short for the kinds of an element.
     using basic_types = io_data_type::basic_types;
 
     /// \name Construction

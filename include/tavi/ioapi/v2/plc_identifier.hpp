@@ -94,6 +94,7 @@ struct layout_of<plc_identifier> {
     static_assert(offsetof(plc_identifier, secondary_) == by_data_model(24, 32));
 };
 
+/// What one part adds to the hash of its identifier.
 [[nodiscard]] inline std::size_t hash_of(plc_identifier_part const& part) noexcept {
     switch (part.kind()) {
     case plc_identifier_kind::text:

@@ -10,6 +10,7 @@
 
 namespace tavi::ioapi::v2 {
 
+/// Which payload of a subscription id is live.
 enum class subscription_id_kind : unsigned int { none = 0, number = 1, address = 2, object = 3 };
 
 /// How a backend knows a subscription again: by a number, by an address of its own, by a counted
@@ -20,6 +21,7 @@ public:
     /// Kind `none`.
     subscription_id() noexcept = default;
 
+    /// Any number.
     [[nodiscard]] static subscription_id from_number(unsigned long long number) noexcept {
         subscription_id made;
         made.kind_ = subscription_id_kind::number;
@@ -63,6 +65,7 @@ public:
         if (kind_ == subscription_id_kind::object) payload_.object->release();
     }
 
+    /// Which payload is live.
     [[nodiscard]] subscription_id_kind kind() const noexcept { return kind_; }
     /// The number; 0 for another kind.
     [[nodiscard]] unsigned long long number() const noexcept {

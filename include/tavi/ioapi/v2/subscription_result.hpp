@@ -74,6 +74,7 @@ public:
     /// `set` for the same variable changes it in place.
     [[nodiscard]] TAVI_IOAPI_API variable_result const& get(plc_identifier const& identifier) const
         TAVI_IOAPI_LIFETIMEBOUND;
+    /// The same as `get`.
     [[nodiscard]] TAVI_IOAPI_API variable_result const& operator[](
         plc_identifier const& identifier) const TAVI_IOAPI_LIFETIMEBOUND;
 
@@ -132,6 +133,7 @@ public:
 
     /// The entry, not a pair of key and entry.
     [[nodiscard]] TAVI_IOAPI_API variable_result const& operator*() const;
+    /// Its address.
     [[nodiscard]] TAVI_IOAPI_API variable_result const* operator->() const;
 
 private:

@@ -15,8 +15,8 @@ enum class node_class : unsigned int { unspecified = 0, folder = 1, variable = 2
 
 /// One node of what there is on a controller, a plain record.
 struct node {
-    browsing::node_class node_class = browsing::node_class::unspecified;
-    plc_identifier identifier;   ///< the node's identity
+    browsing::node_class node_class = browsing::node_class::unspecified; ///< the sort of the node
+    plc_identifier identifier;                                           ///< the node's identity
     plc_identifier browse_name;  ///< the node's name for browsing
     utility::string description; ///< a text for people
     io_data_type data_type;      ///< all 0 where the node has none

@@ -41,9 +41,12 @@ public:
     /// What tells this category from others in its template. The views live until the category is
     /// assigned to or destroyed.
     [[nodiscard]] utility::string_view name() const TAVI_IOAPI_LIFETIMEBOUND;
+    /// For people.
     [[nodiscard]] utility::string_view description() const TAVI_IOAPI_LIFETIMEBOUND;
 
+    /// A flag for the host, as it was given.
     [[nodiscard]] bool wants_connection() const noexcept;
+    /// The other flag for the host, as it was given.
     [[nodiscard]] bool collapsed() const noexcept;
 
     /// The options in order. They can be assigned to, but their number stays. The view lives until
@@ -58,6 +61,7 @@ public:
     bool add_option(option const& option);
     bool add_option(option&& option);
 
+    /// Whether there is an option with this key.
     [[nodiscard]] bool has_option(std::string_view key) const;
     /// The first option with this key, or null. Ends with the next option added or removed.
     [[nodiscard]] option* get_option(std::string_view key) TAVI_IOAPI_LIFETIMEBOUND;

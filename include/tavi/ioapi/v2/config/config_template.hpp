@@ -48,6 +48,7 @@ public:
     /// \throws std::bad_alloc, std::length_error; then the template is as it was
     bool add_category(category category);
 
+    /// Whether there is a category of this name.
     [[nodiscard]] bool has_category(utility::string_view name) const;
     /// The first category of this name, or null. Ends with the next one added or removed.
     [[nodiscard]] category* get_category(utility::string_view name) TAVI_IOAPI_LIFETIMEBOUND;

@@ -30,7 +30,7 @@ public:
     struct value_option {
         utility::string display_name; ///< for people
         utility::string description;  ///< for people
-        io_value value;
+        io_value value;               ///< what is chosen with it
     };
 
     /// A required setting: a value of `value_type`, without a default. All texts are copied.
@@ -58,7 +58,9 @@ public:
     /// What tells this option from others. The views live until the option is assigned to or
     /// destroyed.
     [[nodiscard]] utility::string_view key() const TAVI_IOAPI_LIFETIMEBOUND;
+    /// For people.
     [[nodiscard]] utility::string_view display_name() const TAVI_IOAPI_LIFETIMEBOUND;
+    /// For people, at length.
     [[nodiscard]] utility::string_view description() const TAVI_IOAPI_LIFETIMEBOUND;
 
     /// What a value must be; of an optional setting, the type of its default.

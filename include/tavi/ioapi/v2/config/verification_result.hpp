@@ -26,8 +26,8 @@ public:
 
     /// One thing that the backend has to say.
     struct issue_type {
-        severity_type severity = severity_type::none;
-        utility::string message; ///< for people
+        severity_type severity = severity_type::none; ///< how bad it is
+        utility::string message;                      ///< for people
         /// The keys of the options concerned; none where the whole configuration is.
         utility::array<utility::string> options;
     };

@@ -52,6 +52,7 @@ namespace detail {
 template <class T>
 TAVI_IOAPI_API T get_as(io_value const& value, io_error& error);
 
+/// Whether `T` is one of the others.
 template <class T, class... Others>
 inline constexpr bool is_one_of = (std::is_same_v<T, Others> || ...);
 

@@ -19,8 +19,8 @@ public:
     public:
         /// One pair: both point into the list and live as long as its entry.
         struct entry {
-            utility::string_view key;
-            io_value const* value;
+            utility::string_view key; ///< of this pair
+            io_value const* value;    ///< never null
         };
 
         iterator_impl(iterator_impl const&) = delete;

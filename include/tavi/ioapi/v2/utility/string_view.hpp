@@ -33,9 +33,11 @@ public:
     /// \throws std::length_error beyond 4294967295 bytes, as all constructors below
     constexpr string_view(char const* text) : string_view(std::string_view(text)) {}
 
+    /// The bytes of a standard text.
     constexpr string_view(std::string_view text)
         : data_(text.data()), size_(detail::narrow_view_size(text.size())) {}
 
+    /// The bytes of a standard string, which must outlive the view.
     string_view(std::string const& text TAVI_IOAPI_LIFETIMEBOUND)
         : string_view(std::string_view(text)) {}
 

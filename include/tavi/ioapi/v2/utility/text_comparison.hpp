@@ -15,6 +15,7 @@ class string_view;
 
 namespace tavi::ioapi::v2::detail {
 
+/// Whether `T` is a text of this library.
 template <class T>
 inline constexpr bool is_own_text =
     std::is_same_v<T, utility::string> || std::is_same_v<T, utility::string_view>;
@@ -33,6 +34,7 @@ using if_comparable_texts =
                          std::is_convertible_v<Right const&, std::string_view>,
                      bool>;
 
+/// Below 0, 0 or above 0, as `std::string_view::compare`.
 template <class Left, class Right>
 int compare_texts(Left const& left, Right const& right) noexcept {
     return static_cast<std::string_view>(left).compare(static_cast<std::string_view>(right));
@@ -46,26 +48,32 @@ namespace tavi::ioapi::v2::utility {
 /// By unsigned bytes over the common length, then the shorter text first. A null data pointer
 /// reads as the empty text. Linear in the length, no allocation; a literal must not be null.
 /// \{
+/// Whether the bytes are the same.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
 [[nodiscard]] bool operator==(Left const& left, Right const& right) noexcept {
     return static_cast<std::string_view>(left) == static_cast<std::string_view>(right);
 }
+/// Whether they are not.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
 [[nodiscard]] bool operator!=(Left const& left, Right const& right) noexcept {
     return static_cast<std::string_view>(left) != static_cast<std::string_view>(right);
 }
+/// Whether the left one is the lesser.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
 [[nodiscard]] bool operator<(Left const& left, Right const& right) noexcept {
     return detail::compare_texts(left, right) < 0;
 }
+/// Whether the left one is the lesser or the same.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
 [[nodiscard]] bool operator<=(Left const& left, Right const& right) noexcept {
     return detail::compare_texts(left, right) <= 0;
 }
+/// Whether the left one is the greater.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
 [[nodiscard]] bool operator>(Left const& left, Right const& right) noexcept {
     return detail::compare_texts(left, right) > 0;
 }
+/// Whether the left one is the greater or the same.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
 [[nodiscard]] bool operator>=(Left const& left, Right const& right) noexcept {
     return detail::compare_texts(left, right) >= 0;

@@ -1,0 +1,50 @@
+#include "markdown_table.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace docs_test {
+namespace {
+
+/// The names of all tests in tests/threads.
+std::set<std::string> names_of_thread_tests() {
+    std::set<std::string> names;
+    std::regex const declaration(R"(\bTEST\(threads, (\w+)\))");
+    for (auto const& entry : std::filesystem::directory_iterator(THREADS_PATH)) {
+        if (entry.path().extension() != ".cpp") continue;
+        std::ifstream file(entry.path());
+        std::ostringstream text;
+        text << file.rdbuf();
+        std::string const source = text.str();
+        for (std::sregex_iterator at(source.begin(), source.end(), declaration), end; at != end;
+             ++at) {
+            EXPECT_TRUE(names.insert((*at)[1]).second) << (*at)[1];
+        }
+    }
+    return names;
+}
+
+std::set<std::string> lines_of_the_table() {
+    std::set<std::string> lines;
+    guide const document("threads.md");
+    auto const& table = document.table("Class", "Concurrent reads");
+    for (std::size_t row = 1; row < table.size(); ++row) {
+        EXPECT_TRUE(lines.insert(items_of(table[row][0])[0]).second) << table[row][0];
+    }
+    return lines;
+}
+
+TEST(threads_table, has_a_test_for_every_line_and_a_line_for_every_test) {
+    auto const lines = lines_of_the_table();
+    EXPECT_GT(lines.size(), 20U);
+    EXPECT_EQ(lines, names_of_thread_tests());
+}
+
+} // namespace
+} // namespace docs_test
