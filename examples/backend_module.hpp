@@ -110,11 +110,11 @@ public:
                         v2::config::verification_result& verdict,
                         v2::io_error& error) const noexcept = 0;
 
-    /// Connect to a controller, and register with the host the structures that its variables are
-    /// of. \param values  those of the form; options that are absent have their defaults \param
-    /// host  its services, which live until the backend is released \param[out] problem  one line
-    /// that says to people what prevented it \return null, with `error` set, where it could not be
-    /// opened
+    /// Connect to a controller, and register with the host the structures of its variables.
+    /// \param values  those of the form; options that are absent have their defaults
+    /// \param host  its services, which live until the backend is released
+    /// \param[out] problem  one line that says to people what prevented it
+    /// \return null, with `error` set, where it could not be opened
     [[nodiscard]] virtual backend* open(v2::config::store const& values,
                                         v2::backend_query host,
                                         v2::utility::string& problem,
@@ -127,8 +127,8 @@ protected:
 
 } // namespace example
 
-/// The entry function that every backend module exports.
-extern "C" [[gnu::visibility("default")]] example::backend_module const&
+/// The entry function that every backend module exports. It never gives null.
+extern "C" [[gnu::visibility("default")]] example::backend_module const*
 example_backend_module_3() noexcept;
 
 namespace example {
