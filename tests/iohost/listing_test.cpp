@@ -26,7 +26,7 @@ TEST(listing, shows_each_value_below_its_identifier) {
     EXPECT_TRUE(iohost::print_listing(out, result));
     EXPECT_EQ(out.str(), "level:\n"
                          "  (dbl) 2.5\n"
-                         "\"unit 4\"/\"all\":\n"
+                         "unit 4/all:\n"
                          "  object<7> {\n"
                          "  [count] =>\n"
                          "    (u16) 3\n"

@@ -37,7 +37,7 @@ TEST(table, is_all_well_when_no_entry_failed) {
     result.set(0U, v2::io_data_value(true, quality::uncertain));
     std::ostringstream out;
     EXPECT_TRUE(print(out, result));
-    EXPECT_NE(out.str().find("\"unit 4\"/\"level\"  boolean  true   -     uncertain  -\n"),
+    EXPECT_NE(out.str().find("unit 4/level  boolean  true   -     uncertain  -\n"),
               std::string::npos)
         << out.str();
 }

@@ -1,0 +1,98 @@
+#include <tavi/ioapi/v2/io_value.hpp>
+
+#include "footprint.hpp"
+#include "subject.hpp"
+
+#include <limits>
+
+namespace iohost::conformance {
+
+namespace {
+
+namespace v2 = tavi::ioapi::v2;
+using faults = std::vector<std::string>;
+
+constexpr int warm_up = 5;
+constexpr int cycles = 25;
+constexpr std::size_t most_variables = 100;
+constexpr auto most = std::numeric_limits<std::size_t>::max();
+/// For what a process keeps without growing, such as caches of the allocator.
+constexpr std::size_t tolerated_bytes = 8192;
+
+/// One connection from its beginning to its end, with subscriptions that end with it.
+void live_once(subject const& about, std::vector<v2::plc_identifier> const& variables) {
+    auto const backend = about.open();
+    v2::browse_result nodes;
+    (void)about.browse(*backend, {}, nodes);
+    v2::read_result values(variables);
+    (void)about.read(*backend, values);
+    v2::subscription_result subscriptions;
+    (void)about.subscribe(*backend, variables, subscriptions);
+    v2::read_result changes;
+    (void)about.poll(*backend, changes);
+}
+
+/// \return whether there is no more than before
+bool judge(subject const& about,
+           std::string const& rule,
+           std::size_t before,
+           std::size_t after,
+           std::string const& what) {
+    faults found;
+    if (after > before) {
+        found.push_back(std::to_string(before) + ' ' + what + " have become " +
+                        std::to_string(after) + " after " + std::to_string(cycles) +
+                        " connections");
+    }
+    about.rules.judge(rule, found,
+                      std::to_string(after) + ' ' + what + " after " + std::to_string(cycles) +
+                          " connections");
+    return found.empty();
+}
+
+void judge_memory(subject const& about, std::size_t before, std::size_t after) {
+    faults found;
+    if (after > before + tolerated_bytes) {
+        found.push_back(std::to_string(after - before) + " bytes more after " +
+                        std::to_string(cycles) + " connections");
+    }
+    about.rules.judge("memory_is_given_back", found,
+                      "at most " + std::to_string(tolerated_bytes) + " bytes more after " +
+                          std::to_string(cycles) + " connections");
+}
+
+} // namespace
+
+void judge_lifetime(subject const& about) {
+    std::vector<v2::plc_identifier> variables;
+    for (auto const& node : about.readable(most_variables)) variables.push_back(node.identifier);
+
+    for (int i = 0; i < warm_up; ++i) live_once(about, variables);
+    auto const structures = about.host.structure_count();
+    auto const before = measured({most, most, most});
+    for (int i = 0; i < cycles; ++i) live_once(about, variables);
+    auto const after = measured(before);
+    judge(about, "descriptors_are_given_back", before.descriptors, after.descriptors,
+          "descriptors");
+    bool const threads =
+        judge(about, "threads_end_with_the_connection", before.threads, after.threads, "threads");
+    bool const types = judge(about, "structures_do_not_pile_up", structures,
+                             about.host.structure_count(), "structures");
+    if (threads && types) {
+        judge_memory(about, before.heap, after.heap);
+    } else {
+        about.rules.skipped("memory_is_given_back", "threads and structures that stay hold some");
+    }
+}
+
+void judge_manners(subject const& about) {
+    auto const& seen = about.seen;
+    about.rules.judge("errors_are_cleared_first", seen.uncleared(),
+                      std::to_string(seen.calls()) + " calls");
+    about.rules.judge("errors_explain_themselves", seen.unexplained(),
+                      std::to_string(seen.errors()) + " errors, each with category and message");
+    about.rules.judge("log_records_are_well_formed", seen.odd_records(),
+                      std::to_string(seen.records()) + " records");
+}
+
+} // namespace iohost::conformance

@@ -1,0 +1,74 @@
+#include "observed.hpp"
+
+#include <tavi/ioapi/v2/io_value.hpp>
+
+namespace iohost::conformance {
+
+namespace {
+
+namespace v2 = tavi::ioapi::v2;
+
+/// Of errors that no backend can have made.
+class stale_category final : public v2::io_error_category {
+public:
+    constexpr stale_category() noexcept = default;
+    [[nodiscard]] char const* name() const override { return "stale"; }
+    [[nodiscard]] v2::utility::string message(int) const override { return "of a former call"; }
+};
+
+v2::io_error_category const& stale() {
+    static stale_category const category;
+    return category;
+}
+
+constexpr int stale_code = 4711;
+
+} // namespace
+
+v2::io_error observed::stale_error() {
+    return {stale(), stale_code};
+}
+
+void observed::judge(char const* operation, v2::io_error& error) {
+    ++calls_;
+    if (&error.category() == &stale()) {
+        uncleared_.push_back(std::string(operation) + " leaves the error as it was before");
+        error.reset();
+    }
+    entry(operation, error);
+}
+
+void observed::entry(char const* operation, v2::io_error const& error) {
+    if (!error) return;
+    ++errors_;
+    char const* const category = error.category().name();
+    std::string const where = std::string(" by ") + operation;
+    if (category == nullptr || *category == '\0') {
+        unexplained_.push_back("code " + std::to_string(error.code()) + where +
+                               " has a category without a name");
+    } else if (error.message().empty()) {
+        unexplained_.push_back(describe(error) + where + " has no message");
+    }
+}
+
+std::vector<std::string> observed::odd_records() const {
+    std::lock_guard const lock(records_guard_);
+    return odd_records_;
+}
+
+std::size_t observed::records() const {
+    std::lock_guard const lock(records_guard_);
+    return records_;
+}
+
+void observed::record(host_services::level level, std::string_view text) {
+    std::lock_guard const lock(records_guard_);
+    ++records_;
+    if (level > host_services::level::fatal) {
+        odd_records_.push_back("a record of " + name_of(level));
+    } else if (text.empty()) {
+        odd_records_.emplace_back("a record without a text");
+    }
+}
+
+} // namespace iohost::conformance

@@ -1,0 +1,173 @@
+#include "elf_file.hpp"
+
+#include <tavi/ioapi/v2/api.hpp>
+
+#include "failures.hpp"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <gelf.h>
+#include <libelf.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <string_view>
+#include <system_error>
+
+namespace iohost {
+
+namespace {
+
+constexpr std::string_view revision_head = "__tavi_ioapi_library_revision_";
+constexpr std::string_view entry_heads[] = {"example_backend_module_", "example_open_backend_"};
+
+class open_file {
+public:
+    explicit open_file(std::filesystem::path const& file)
+        : descriptor_(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+        if (descriptor_ < 0) refuse(file, errno);
+        struct stat about {};
+        if (::fstat(descriptor_, &about) != 0 || !S_ISREG(about.st_mode)) {
+            int const error = S_ISDIR(about.st_mode) ? EISDIR : EINVAL;
+            ::close(descriptor_);
+            refuse(file, error);
+        }
+    }
+    open_file(open_file const&) = delete;
+    open_file& operator=(open_file const&) = delete;
+    ~open_file() { ::close(descriptor_); }
+
+    [[nodiscard]] int get() const noexcept { return descriptor_; }
+
+private:
+    [[noreturn]] static void refuse(std::filesystem::path const& file, int error) {
+        throw setup_failure("cannot load '" + file.string() +
+                            "': " + std::generic_category().message(error) +
+                            "; give the file of a backend module");
+    }
+
+    int descriptor_;
+};
+
+struct end_elf {
+    void operator()(Elf* elf) const noexcept { ::elf_end(elf); }
+};
+using elf_ptr = std::unique_ptr<Elf, end_elf>;
+
+std::string machine_of(GElf_Ehdr const& header) {
+    int const bits = header.e_ident[EI_CLASS] == ELFCLASS64 ? 64 : 32;
+    switch (header.e_machine) {
+    case EM_X86_64: return bits == 64 ? "x86-64" : "x86-64 with 32-bit addresses";
+    case EM_386: return "32-bit x86";
+    case EM_ARM: return "32-bit ARM";
+    case EM_AARCH64: return bits == 64 ? "64-bit ARM" : "64-bit ARM with 32-bit addresses";
+    case EM_RISCV: return std::to_string(bits) + "-bit RISC-V";
+    default: break;
+    }
+    return std::to_string(bits) + "-bit machine " + std::to_string(header.e_machine);
+}
+
+elf_file::sort kind_of(GElf_Ehdr const& header) {
+    switch (header.e_type) {
+    case ET_REL: return elf_file::sort::object;
+    case ET_EXEC: return elf_file::sort::program;
+    case ET_DYN: return elf_file::sort::shared;
+    default: return elf_file::sort::other;
+    }
+}
+
+/// Of `__tavi_ioapi_library_revision_0_5` it is `0.5`, of another name nothing.
+std::string revision_in(std::string_view symbol) {
+    if (!symbol.starts_with(revision_head)) return {};
+    std::string revision(symbol.substr(revision_head.size()));
+    std::replace(revision.begin(), revision.end(), '_', '.');
+    return revision;
+}
+
+bool is_entry(std::string_view symbol) {
+    return std::any_of(std::begin(entry_heads), std::end(entry_heads), [&](auto const head) {
+        auto const number = symbol.substr(std::min(symbol.size(), head.size()));
+        return symbol.starts_with(head) && !number.empty() &&
+               number.find_first_not_of("0123456789") == std::string_view::npos;
+    });
+}
+
+std::string_view text_at(Elf* elf, std::size_t table, std::size_t offset) {
+    char const* const text = ::elf_strptr(elf, table, offset);
+    return text != nullptr ? text : "";
+}
+
+void note_symbol(elf_file& found, std::string_view name, bool defined) {
+    if (auto revision = revision_in(name); !defined && !revision.empty()) {
+        found.revisions.push_back(std::move(revision));
+    }
+    if (defined && is_entry(name)) found.entries.emplace_back(name);
+}
+
+void read_symbols(Elf* elf, Elf_Scn* section, GElf_Shdr const& header, elf_file& found) {
+    Elf_Data* const data = ::elf_getdata(section, nullptr);
+    if (data == nullptr || header.sh_entsize == 0) return;
+    auto const count = static_cast<int>(header.sh_size / header.sh_entsize);
+    for (int i = 0; i < count; ++i) {
+        GElf_Sym symbol;
+        if (::gelf_getsym(data, i, &symbol) == nullptr) return;
+        note_symbol(found, text_at(elf, header.sh_link, symbol.st_name),
+                    symbol.st_shndx != SHN_UNDEF);
+    }
+}
+
+void read_dynamic(Elf* elf, Elf_Scn* section, GElf_Shdr const& header, elf_file& found) {
+    Elf_Data* const data = ::elf_getdata(section, nullptr);
+    if (data == nullptr || header.sh_entsize == 0) return;
+    auto const count = static_cast<int>(header.sh_size / header.sh_entsize);
+    for (int i = 0; i < count; ++i) {
+        GElf_Dyn entry;
+        if (::gelf_getdyn(data, i, &entry) == nullptr) return;
+        if (entry.d_tag == DT_NEEDED) {
+            found.needed.emplace_back(text_at(elf, header.sh_link, entry.d_un.d_val));
+        } else if (entry.d_tag == DT_FLAGS_1 && (entry.d_un.d_val & DF_1_PIE) != 0) {
+            found.kind = elf_file::sort::program;
+        }
+    }
+}
+
+void read_sections(Elf* elf, elf_file& found) {
+    for (Elf_Scn* section = nullptr; (section = ::elf_nextscn(elf, section)) != nullptr;) {
+        GElf_Shdr header;
+        if (::gelf_getshdr(section, &header) == nullptr) return;
+        if (header.sh_type == SHT_DYNSYM) read_symbols(elf, section, header, found);
+        if (header.sh_type == SHT_DYNAMIC) read_dynamic(elf, section, header, found);
+    }
+}
+
+} // namespace
+
+elf_file inspect(std::filesystem::path const& file) {
+    open_file const opened(file);
+    ::elf_version(EV_CURRENT);
+    elf_ptr const elf(::elf_begin(opened.get(), ELF_C_READ, nullptr));
+    elf_file found;
+    GElf_Ehdr header;
+    if (elf == nullptr || ::elf_kind(elf.get()) != ELF_K_ELF ||
+        ::gelf_getehdr(elf.get(), &header) == nullptr) {
+        return found;
+    }
+    found.kind = kind_of(header);
+    found.machine = machine_of(header);
+    read_sections(elf.get(), found);
+    return found;
+}
+
+std::string library_revision() {
+    Dl_info about{};
+    if (::dladdr(tavi::ioapi::v2::detail::required_revision, &about) == 0 ||
+        about.dli_sname == nullptr) {
+        return {};
+    }
+    return revision_in(about.dli_sname);
+}
+
+} // namespace iohost

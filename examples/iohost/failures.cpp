@@ -1,0 +1,19 @@
+#include "failures.hpp"
+
+#include <tavi/ioapi/v2/io_value.hpp>
+
+#include "json_value.hpp"
+
+namespace iohost {
+
+namespace v2 = tavi::ioapi::v2;
+
+operation_failure::operation_failure(std::string const& operation, v2::io_error const& error)
+    : runtime_error(operation + ": " + describe(error)),
+      document_(document_of({{"operation", operation}, {"error", to_json(error)}})) {}
+
+void insist(std::string const& operation, v2::io_error const& error) {
+    if (error) throw operation_failure(operation, error);
+}
+
+} // namespace iohost

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <tavi/ioapi/v2/io_timestamp.hpp>
+#include <tavi/ioapi/v2/read_result.hpp>
+
+#include <optional>
+#include <vector>
+
+namespace iohost {
+
+/// A variable that is watched, and what is known of it.
+struct watched_variable {
+    tavi::ioapi::v2::plc_identifier identifier;
+    /// What the last change said; none until the first.
+    std::optional<tavi::ioapi::v2::read_result::result_type> last;
+    unsigned long long changes = 0;
+    unsigned long long errors = 0; ///< among the changes
+};
+
+/// All of them, and how often they were looked at.
+struct watch_state {
+    std::vector<watched_variable> variables;
+    unsigned long long polls = 0;
+    unsigned long long failed_polls = 0;
+    bool last_poll_failed = false;
+
+    /// The one that a change is of, or null.
+    [[nodiscard]] watched_variable* find(tavi::ioapi::v2::plc_identifier const& identifier);
+
+    /// Whether the last that is known of all of them is a value, of the last poll, too.
+    [[nodiscard]] bool well() const;
+};
+
+} // namespace iohost

@@ -1,0 +1,3 @@
+extern "C" int absent_answer() {
+    return 42;
+}
