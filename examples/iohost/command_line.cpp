@@ -19,14 +19,14 @@ NAME is a variable as browse shows it. A member of a structured variable stands 
 in pump1.state/speed; a slash within a name is written //. #17 is the variable of the number 17; a
 name that begins with # has one more in front.
 
---config FILE has lines `key = value` and comments from # on; --set comes on top of it, the later of
-two counts. The texts are converted to the types of the options that `iohost form` shows.
+--config FILE has lines `key = value`, blank ones, and comments that begin with #; quotes around a
+value are taken off. --set comes on top of it, the later of two counts. The texts are converted to the types of the options that `iohost form` shows.
 
 With --json, one document goes to standard output (watch: one object a line). Numbers that are not
 finite are the texts "nan", "inf" and "-inf"; bytes that are no UTF-8 are replaced.
 
-Exit status: 0 if all went well, 1 if an operation or a variable reported an error,
-2 for wrong usage or set-up.
+Exit status: 0 if all went well, 1 if an operation or a variable reported an error, a connection
+that cannot be opened included, 2 for wrong usage, configuration, or a module that does not load.
 
 Examples:
   iohost --backend modbus form
@@ -44,8 +44,8 @@ constexpr char const* after_read =
 
 constexpr char const* after_write =
     R"(VALUE is true, false, a number, a "text" in quotes, an array [1, 2, 3], or else a text as it stands;
-the backend converts it to the type of the variable. With :TYPE it is sent as a value of that type.
-An object {"member": 1} is sent as the structure that the variable has, with these members set.
+the backend converts it to the type of the variable, or refuses it. With :TYPE it is sent as a value
+of that type. An object {"member": 1} is sent as the structure that the variable has, with these members set.
 
 Examples:
   iohost --backend modbus --config pump.conf write tank.setpoint=1500 pumps.run='[true, false]'
@@ -89,6 +89,14 @@ constexpr char const* after_verify = R"(Example:
 std::string unknown_type(std::string const& name) {
     if (type_named(name)) return {};
     return "unknown type '" + name + "', not " + known_types();
+}
+
+std::string unusable_time(std::string const& text) {
+    double seconds = 0;
+    bool const is_number = CLI::detail::lexical_cast(text, seconds);
+    // Written so that "nan" is outside of it.
+    if (is_number && seconds >= 0.001 && seconds <= 1e9) return {};
+    return "'" + text + "' is not in the range of 0.001 to 1000000000";
 }
 
 void declare_common(CLI::App& app, options& chosen) {
@@ -136,7 +144,7 @@ void declare_watch(CLI::App& command, options& chosen) {
         ->check(CLI::Range(1ULL, ~0ULL));
     command.add_option("--for", chosen.seconds, "End after so many seconds")
         ->type_name("SECONDS")
-        ->check(CLI::Range(0.001, 1e9));
+        ->check(unusable_time);
 }
 
 void declare_check(CLI::App& command, options& chosen) {

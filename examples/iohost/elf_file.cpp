@@ -161,6 +161,12 @@ elf_file inspect(std::filesystem::path const& file) {
     return found;
 }
 
+std::string revision_symbol(std::string const& revision) {
+    std::string symbol = std::string(revision_head) + revision;
+    std::replace(symbol.begin(), symbol.end(), '.', '_');
+    return symbol;
+}
+
 std::string library_revision() {
     Dl_info about{};
     if (::dladdr(tavi::ioapi::v2::detail::required_revision, &about) == 0 ||

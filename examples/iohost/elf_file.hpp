@@ -28,6 +28,9 @@ struct elf_file {
 /// \return what the file says. \throws setup_failure  where it cannot be read
 [[nodiscard]] elf_file inspect(std::filesystem::path const& file);
 
+/// The symbol that a module of a revision, such as `0.5`, asks for.
+[[nodiscard]] std::string revision_symbol(std::string const& revision);
+
 /// The revision of the library that this program runs with, such as `0.5`.
 [[nodiscard]] std::string library_revision();
 

@@ -55,7 +55,7 @@ v2::plc_identifier_part part_named(std::string_view name, std::string_view text)
     return number;
 }
 
-std::string name_of(v2::plc_identifier_part const& part) {
+std::string name_of_part(v2::plc_identifier_part const& part) {
     if (part.kind() == v2::plc_identifier_kind::number) return "#" + std::to_string(part.number());
     std::string name;
     if (!part.text().empty() && part.text()[0] == '#') name = '#';
@@ -80,8 +80,8 @@ std::string given_name_of(v2::plc_identifier const& identifier) {
         text << identifier;
         return text.str();
     }
-    std::string name = name_of(identifier.primary());
-    if (!identifier.secondary().is_none()) name += '/' + name_of(identifier.secondary());
+    std::string name = name_of_part(identifier.primary());
+    if (!identifier.secondary().is_none()) name += '/' + name_of_part(identifier.secondary());
     return name;
 }
 

@@ -8,8 +8,10 @@ namespace iohost {
 
 namespace v2 = tavi::ioapi::v2;
 
-operation_failure::operation_failure(std::string const& operation, v2::io_error const& error)
-    : runtime_error(operation + ": " + describe(error)),
+operation_failure::operation_failure(std::string const& operation,
+                                     v2::io_error const& error,
+                                     std::string const& problem)
+    : runtime_error(problem.empty() ? operation + ": " + describe(error) : problem),
       document_(document_of({{"operation", operation}, {"error", to_json(error)}})) {}
 
 void insist(std::string const& operation, v2::io_error const& error) {

@@ -18,7 +18,10 @@ public:
 class operation_failure : public std::runtime_error {
 public:
     /// \param operation  what was tried, such as `browse`
-    operation_failure(std::string const& operation, tavi::ioapi::v2::io_error const& error);
+    /// \param problem  what it said for people, in place of the error's own words; may be empty
+    operation_failure(std::string const& operation,
+                      tavi::ioapi::v2::io_error const& error,
+                      std::string const& problem = {});
 
     /// The document that says the same in JSON.
     [[nodiscard]] std::string const& document() const noexcept { return document_; }

@@ -84,7 +84,7 @@ json choices_of(config::option const& option) {
     return choices;
 }
 
-json to_json(config::option const& option) {
+json option_json(config::option const& option) {
     return {{"key", option.key().str()},
             {"display_name", option.display_name().str()},
             {"description", option.description().str()},
@@ -110,7 +110,7 @@ json to_json(config::config_template const& form) {
     json categories = json::array();
     for (auto const& category : form.categories()) {
         json options = json::array();
-        for (auto const& option : category.options()) options.push_back(to_json(option));
+        for (auto const& option : category.options()) options.push_back(option_json(option));
         categories.push_back({{"name", category.name().str()},
                               {"description", category.description().str()},
                               {"wants_connection", category.wants_connection()},

@@ -17,7 +17,7 @@ namespace {
 
 namespace v2 = tavi::ioapi::v2;
 
-std::string listed(std::vector<std::string> const& words) {
+std::string with_commas(std::vector<std::string> const& words) {
     std::string text;
     for (auto const& word : words) text += (text.empty() ? "" : ", ") + printable(word);
     return text.empty() ? "-" : text;
@@ -35,14 +35,14 @@ void print(loaded_module const& module, example::module_info const& info) {
     lines.add({"summary", printable(info.summary)});
     lines.add({"version", printable(text_of(info.version))});
     lines.add({"file", printable(module.file().string())});
-    lines.add({"built for", "revision " + listed(module.about().revisions) + " of libiokern"});
-    lines.add({"entry", listed(module.about().entries)});
-    lines.add({"needs", listed(module.about().needed)});
+    lines.add({"built for", "revision " + with_commas(module.about().revisions) + " of libiokern"});
+    lines.add({"entry", with_commas(module.about().entries)});
+    lines.add({"needs", with_commas(module.about().needed)});
     std::cout << lines << "\nform\n\n";
     print_form(std::cout, module.form());
 }
 
-json to_json(loaded_module const& module, example::module_info const& info) {
+json module_json(loaded_module const& module, example::module_info const& info) {
     return {{"file", module.file().string()},
             {"loads", true},
             {"name", info.name.str()},
@@ -65,7 +65,7 @@ exit_status info_command(options const& chosen) {
         session const opened(chosen);
         auto const info = opened.module().describe();
         if (chosen.json) {
-            print_document(to_json(opened.module(), info));
+            print_document(module_json(opened.module(), info));
         } else {
             print(opened.module(), info);
         }

@@ -43,8 +43,8 @@ std::string objection(elf_file const& found) {
     auto const other = std::find_if(found.revisions.begin(), found.revisions.end(),
                                     [&](auto const& each) { return each != revision; });
     if (other != found.revisions.end()) {
-        return "it was built for revision " + *other +
-               " of libiokern, but this host has revision " + revision +
+        return "it was built for revision " + *other + " of libiokern (it asks for the symbol " +
+               revision_symbol(*other) + "), but this host has revision " + revision +
                "; build it again with the headers of " + revision;
     }
     if (found.entries.empty()) {
@@ -98,6 +98,7 @@ loaded_module::loaded_module(std::filesystem::path file)
         reinterpret_cast<example::get_backend_module>(::dlsym(handle_.get(), example::entry_name));
     if (entry == nullptr) refuse(file_, ::dlerror());
     module_ = entry();
+    if (module_ == nullptr) refuse(file_, "its entry function gives nothing; mend the module");
 }
 
 example::module_info loaded_module::describe() const {
@@ -129,7 +130,13 @@ backend_ptr loaded_module::open(v2::config::store const& values, v2::backend_que
     v2::io_error error;
     backend_ptr opened(module_->open(values, host, problem, error));
     if (opened == nullptr) {
-        throw setup_failure(problem.empty() ? "open: " + v2::describe(error) : problem.str());
+        // A configuration that is refused is to be mended; all else comes from the world outside.
+        auto const verdict = verify(values);
+        bool const is_refused = std::any_of(verdict.begin(), verdict.end(), [](auto const& issue) {
+            return issue.severity >= v2::config::verification_result::severity_type::error;
+        });
+        if (is_refused) throw setup_failure(problem.empty() ? v2::describe(error) : problem.str());
+        throw operation_failure("open", error, problem.str());
     }
     return opened;
 }

@@ -34,7 +34,8 @@ public:
     [[nodiscard]] tavi::ioapi::v2::config::verification_result verify(
         tavi::ioapi::v2::config::store const& values) const;
 
-    /// \throws setup_failure  with the line by which the module says what prevented it
+    /// \throws operation_failure  with the line by which the module says what prevented it;
+    ///     setup_failure  where its verdict on the values has an error
     [[nodiscard]] backend_ptr open(tavi::ioapi::v2::config::store const& values,
                                    tavi::ioapi::v2::backend_query host) const;
 

@@ -2,6 +2,7 @@
 #include "commands.hpp"
 #include "failures.hpp"
 #include "printable.hpp"
+#include "terminal.hpp"
 
 #include <exception>
 #include <iostream>
@@ -33,8 +34,9 @@ int run(iohost::options const& chosen) {
 
 int main(int argc, char** argv) {
     try {
+        iohost::open_standard_streams();
         auto const chosen = iohost::parsed_command_line(argc, argv);
-        return chosen ? run(*chosen) : iohost::all_well;
+        return chosen ? run(*chosen) : finished(iohost::all_well);
     } catch (std::exception const& error) {
         return complain(error, iohost::not_set_up);
     }

@@ -1,12 +1,34 @@
 #include "terminal.hpp"
 
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
 
 namespace iohost {
 
 bool is_terminal(int descriptor) noexcept {
     return ::isatty(descriptor) == 1;
+}
+
+void open_standard_streams() {
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        if (::fcntl(descriptor, F_GETFD) >= 0) continue;
+        // The lowest free number is this one, for those below it are open by now. Opened for what
+        // the stream is not used for, so that its use fails as that of a closed one does.
+        int const mode = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+        if (::open("/dev/null", mode) != descriptor) {
+            throw std::system_error(errno, std::generic_category(), "cannot open /dev/null");
+        }
+    }
+}
+
+bool has_lost_its_reader(int descriptor) noexcept {
+    pollfd asked{descriptor, 0, 0};
+    return ::poll(&asked, 1, 0) > 0 && (asked.revents & POLLERR) != 0;
 }
 
 terminal_size size_of_terminal(int descriptor) noexcept {

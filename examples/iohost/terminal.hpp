@@ -9,6 +9,13 @@ namespace iohost {
 /// Whether a descriptor is a terminal, where lines may be drawn over.
 [[nodiscard]] bool is_terminal(int descriptor) noexcept;
 
+/// Open those of the descriptors 0 to 2 on nothing that are closed. Else the next file or socket
+/// takes their number, and what is meant for people goes there. \throws std::runtime_error
+void open_standard_streams();
+
+/// Whether a descriptor is a pipe or a socket that nobody reads from any more.
+[[nodiscard]] bool has_lost_its_reader(int descriptor) noexcept;
+
 /// In characters.
 struct terminal_size {
     std::size_t columns = 80;

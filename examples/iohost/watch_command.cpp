@@ -118,6 +118,7 @@ private:
         while (!stop.came_before(std::min(next, end)) && clock::now() < end) {
             poll();
             if (chosen_.polls && state_.polls >= *chosen_.polls) return;
+            if (has_lost_its_reader(STDOUT_FILENO)) return;
             // What a slow poll has missed is not made up for.
             next = std::max(next + interval, clock::now());
         }

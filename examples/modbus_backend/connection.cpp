@@ -16,9 +16,11 @@ namespace {
 using tavi::ioapi::v2::io_error;
 using level = tavi::ioapi::v2::log_severity_level;
 
-// The library numbers its own errors from a base on, the protocol's exceptions first.
+// The library numbers its own errors from a base on, the protocol's exceptions first, and among
+// them one that the protocol does not know.
 bool is_exception(int number) {
-    return number > MODBUS_ENOBASE && number < MODBUS_ENOBASE + MODBUS_EXCEPTION_MAX;
+    return number > MODBUS_ENOBASE && number < MODBUS_ENOBASE + MODBUS_EXCEPTION_MAX &&
+           number != MODBUS_ENOBASE + MODBUS_EXCEPTION_NOT_DEFINED;
 }
 
 modbus_errc code_of(int number) {

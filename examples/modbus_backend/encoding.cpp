@@ -3,6 +3,7 @@
 #include "data_type.hpp"
 #include "error_category.hpp"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <stdexcept>
@@ -91,9 +92,35 @@ io_error store(variable_type const& type,
     return error;
 }
 
+bool is_misleading_text(value_type element, v2::utility::string const& text) {
+    if (element == value_type::string) return false;
+    return text.empty() || (element == value_type::boolean && text != "0" && text != "1");
+}
+
+// What converts all the same: any text, "off" as well, and any array to a truth value, and an empty
+// text to the number 0. Machines are not moved by that.
+bool misleads(variable_type const& type, io_value const& value) {
+    if (type.count == 0 && value.is_array()) return true;
+    if (auto const* const text = value.get_if<v2::utility::string>()) {
+        return is_misleading_text(type.element, *text);
+    }
+    if (auto const* const texts = value.get_if<v2::utility::array<v2::utility::string>>()) {
+        return std::any_of(texts->begin(), texts->end(), [&](auto const& text) {
+            return is_misleading_text(type.element, text);
+        });
+    }
+    auto const* const elements = value.get_if<v2::utility::array<io_value>>();
+    if (elements == nullptr) return false;
+    auto element = type;
+    element.count = 0;
+    return std::any_of(elements->begin(), elements->end(),
+                       [&](auto const& each) { return misleads(element, each); });
+}
+
 // The empty value converts to a default, which nobody has asked to be written.
 io_error why_unconvertible(variable_type const& type, io_value const& value) {
     auto const wanted = data_type_of(type);
+    if (misleads(type, value)) return v2::io_errc::incompatible_type;
     if (value.converts_to(wanted)) return {};
     io_error error;
     static_cast<void>(value.to_variant(wanted, error));

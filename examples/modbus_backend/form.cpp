@@ -10,7 +10,7 @@ namespace v2 = tavi::ioapi::v2;
 namespace config = v2::config;
 using config::option;
 
-constexpr auto text = v2::io_data_type::basic_types::string;
+constexpr auto text_type = v2::io_data_type::basic_types::string;
 
 option order_option(char const* key, char const* name, char const* parts) {
     std::string const first = std::string("The high ") + parts + " comes first";
@@ -23,8 +23,8 @@ option order_option(char const* key, char const* name, char const* parts) {
 
 config::category connection_category() {
     option const options[] = {
-        {option_key::map, "Map", "File with the variables of the controller", text},
-        {option_key::host, "Host", "Name or address of the controller or its gateway", text},
+        {option_key::map, "Map", "File with the variables of the controller", text_type},
+        {option_key::host, "Host", "Name or address of the controller or its gateway", text_type},
         {option_key::port, "Port", "TCP port, 1 to 65535", v2::io_value(502U)},
         {option_key::unit, "Unit",
          "Number of the device behind a gateway, 0 to 247; 255 for one that answers itself",

@@ -23,20 +23,21 @@ constexpr unsigned int most_registers = most_in_a_request(register_kind::holding
 register_kind kind_in(std::string_view word) {
     auto const kind = find(kinds, word);
     if (!kind) {
-        throw bad_line("unknown kind " + quoted(word) + ", not coil, discrete, holding or input");
+        throw bad_line("unknown kind " + in_quotes(word) +
+                       ", not coil, discrete, holding or input");
     }
     return *kind;
 }
 
 unsigned int address_in(std::string_view word) {
     auto const address = number_in(word, address_end - 1);
-    if (!address) throw bad_line("address " + quoted(word) + " is no number from 0 to 65535");
+    if (!address) throw bad_line("address " + in_quotes(word) + " is no number from 0 to 65535");
     return *address;
 }
 
 unsigned int offset_in(std::string_view word) {
     auto const offset = number_in(word, most_registers - 1);
-    if (!offset) throw bad_line("offset " + quoted(word) + " is no number from 0 to 124");
+    if (!offset) throw bad_line("offset " + in_quotes(word) + " is no number from 0 to 124");
     return *offset;
 }
 
@@ -60,9 +61,9 @@ variable variable_in(map_line const& line, line_context const& context) {
     described.address = address_in(words[2]);
     described.type = type_in(words[3], context.structures);
     if (holds_bits(described.kind) != (described.type.element == value_type::boolean)) {
-        throw bad_line(quoted(words[3]) + " does not fit into kind " + quoted(words[1]));
+        throw bad_line(in_quotes(words[3]) + " does not fit into kind " + in_quotes(words[1]));
     }
-    require_one_request(quoted(words[3]), described.kind, described.type.width());
+    require_one_request(in_quotes(words[3]), described.kind, described.type.width());
     if (described.address + described.type.width() > address_end) {
         throw bad_line("reaches beyond the last address, 65535");
     }
@@ -78,7 +79,7 @@ member member_in(map_line const& line, line_context const& context) {
     described.offset = offset_in(words[1]);
     described.type = type_in(words[2], context.structures);
     if (described.type.element == value_type::boolean || described.type.members != nullptr) {
-        throw bad_line(quoted(words[2]) + " does not fit into a structure");
+        throw bad_line(in_quotes(words[2]) + " does not fit into a structure");
     }
     require_one_request("the structure", register_kind::holding,
                         described.offset + described.type.width());

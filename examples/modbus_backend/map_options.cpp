@@ -9,7 +9,7 @@ namespace modbus_backend {
 
 namespace {
 
-constexpr choice<part_order> orders[] = {
+constexpr choice<part_order> order_choices[] = {
     {"big", part_order::big},
     {"little", part_order::little},
 };
@@ -29,7 +29,7 @@ part_order& target_of(std::string_view option, variable_type& type) {
     } else if (option == "word_order") {
         if (has_words(type)) return type.words;
     } else {
-        throw bad_line("unknown option " + quoted(option) + ", not byte_order or word_order");
+        throw bad_line("unknown option " + in_quotes(option) + ", not byte_order or word_order");
     }
     throw bad_line(std::string(option) + " means nothing for this type");
 }
@@ -37,12 +37,12 @@ part_order& target_of(std::string_view option, variable_type& type) {
 void apply_option(std::string_view word, variable_type& type) {
     auto const equals = word.find('=');
     if (equals == std::string_view::npos) {
-        throw bad_line("option " + quoted(word) + " is not NAME=VALUE");
+        throw bad_line("option " + in_quotes(word) + " is not NAME=VALUE");
     }
     std::string_view const value = word.substr(equals + 1);
     part_order& target = target_of(word.substr(0, equals), type);
-    auto const order = find(orders, value);
-    if (!order) throw bad_line("unknown order " + quoted(value) + ", not big or little");
+    auto const order = find(order_choices, value);
+    if (!order) throw bad_line("unknown order " + in_quotes(value) + ", not big or little");
     target = *order;
 }
 
@@ -58,7 +58,7 @@ void apply_orders(std::span<std::string const> options, part_orders others, vari
     for (std::size_t i = 0; i < options.size(); ++i) {
         for (auto const& earlier : options.first(i)) {
             if (name_of(options[i]) == name_of(earlier)) {
-                throw bad_line("option " + quoted(options[i]) + " comes a second time");
+                throw bad_line("option " + in_quotes(options[i]) + " comes a second time");
             }
         }
         apply_option(options[i], type);

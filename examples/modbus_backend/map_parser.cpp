@@ -45,7 +45,7 @@ public:
     void add(std::string const& name, unsigned int line) {
         auto const [place, is_new] = lines_.try_emplace(name, line);
         if (!is_new) {
-            throw bad_line(quoted(name) + " stands on line " + std::to_string(place->second) +
+            throw bad_line(in_quotes(name) + " stands on line " + std::to_string(place->second) +
                            " already");
         }
     }
@@ -82,7 +82,7 @@ public:
     map_contents finish() {
         if (open_) {
             throw map_error(open_->line,
-                            "structure " + quoted(open_->described.name) + " has no end");
+                            "structure " + in_quotes(open_->described.name) + " has no end");
         }
         return std::move(read_);
     }
@@ -93,7 +93,7 @@ private:
     void begin_structure(map_line const& line, unsigned int number) {
         auto const& words = line.words;
         if (open_) {
-            throw bad_line("structure " + quoted(open_->described.name) +
+            throw bad_line("structure " + in_quotes(open_->described.name) +
                            " has no end yet, and none stands within another");
         }
         if (words.size() != 2) throw bad_line("expected structure NAME");
@@ -116,7 +116,7 @@ private:
         if (!open_) throw bad_line("'end' without a structure");
         if (line.words.size() != 1) throw bad_line("expected end and no more");
         if (open_->described.members.empty()) {
-            throw bad_line("structure " + quoted(open_->described.name) + " has no members");
+            throw bad_line("structure " + in_quotes(open_->described.name) + " has no members");
         }
         read_.structures.push_back(std::make_shared<structure>(std::move(open_->described)));
         open_.reset();

@@ -35,13 +35,13 @@ variable_type string_in(std::string_view word) {
     std::string_view const size = word.substr(head.size(), word.size() - head.size() - 1);
     auto const width = number_in(size, most_in_a_request(register_kind::input));
     if (!width || *width == 0) {
-        throw bad_line("string size " + quoted(size) + " is no number from 1 to 125");
+        throw bad_line("string size " + in_quotes(size) + " is no number from 1 to 125");
     }
     return type_of({value_type::string, *width});
 }
 
 bad_line unknown_type(std::string_view word) {
-    return bad_line("unknown type " + quoted(word) +
+    return bad_line("unknown type " + in_quotes(word) +
                     ", not boolean, u16, i16, u32, i32, u64, i64, flt, dbl, string(N), an array "
                     "of these as u16[N], or a structure that stands above");
 }
@@ -67,12 +67,12 @@ variable_type type_in(std::string_view word, structure_list const& structures) {
 
     if (word.back() != ']') throw unknown_type(word);
     if (type.members != nullptr) {
-        throw bad_line(quoted(word) + " is an array of structures, which cannot be read");
+        throw bad_line(in_quotes(word) + " is an array of structures, which cannot be read");
     }
     std::string_view const size = word.substr(bracket + 1, word.size() - bracket - 2);
     auto const count = number_in(size, most_in_a_request(register_kind::coil));
     if (!count || *count == 0) {
-        throw bad_line("array size " + quoted(size) + " is no number from 1 to 2000");
+        throw bad_line("array size " + in_quotes(size) + " is no number from 1 to 2000");
     }
     type.count = *count;
     return type;
@@ -80,7 +80,7 @@ variable_type type_in(std::string_view word, structure_list const& structures) {
 
 void require_structure_name(std::string_view word) {
     if (find(types, word) || word.find_first_of("[]()") != std::string_view::npos) {
-        throw bad_line(quoted(word) + " is no name for a structure, but for another type");
+        throw bad_line(in_quotes(word) + " is no name for a structure, but for another type");
     }
 }
 

@@ -38,7 +38,7 @@ template <class Value, std::size_t Count>
     return std::nullopt;
 }
 
-[[nodiscard]] inline std::string quoted(std::string_view word) {
+[[nodiscard]] inline std::string in_quotes(std::string_view word) {
     return "'" + std::string(word) + "'";
 }
 

@@ -111,7 +111,7 @@ TEST(station, the_panel_is_the_same_at_every_tick) {
         EXPECT_EQ(at(panel, station::operator_panel::recipe_speed, 2), (registers{0x4496, 0x1000}));
         EXPECT_EQ(at(panel, station::operator_panel::recipe_batches, 1), (registers{7}));
         EXPECT_EQ(at(panel, station::operator_panel::recipe_name, 4),
-                  (registers{0x626C, 0x7565, 0, 0})); // bl ue
+                  (registers{0x626C, 0x7565, 0, 0})); // blue, two characters each
         EXPECT_EQ(at(panel, 21, 3), (registers{0, 0, 0}));
     }
 }

@@ -162,6 +162,7 @@ INSTANTIATE_TEST_SUITE_P(
     check_command_form,
     testing::Values(broken_rule{"sentence_for_a_name", "module_describes_itself"},
                     broken_rule{"key_twice", "form_is_sound"},
+                    broken_rule{"key_in_two_categories", "form_is_sound"},
                     broken_rule{"default_outside_choices", "defaults_fit_their_options"},
                     broken_rule{"defaults_refused", "defaults_alone_are_accepted"}),
     [](auto const& each) { return each.param.fault; });
@@ -186,12 +187,16 @@ TEST(check_command, prints_one_line_for_each_rule) {
     EXPECT_NE(line_of(finished.out, "44 rules: "), "");
 }
 
+TEST(check_command, reports_a_connection_that_cannot_be_opened) {
+    auto const finished = host_with_backend({"fault=does_not_open"}, {"check"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.err, "iohost: nobody\\x0aanswers\n");
+}
+
 TEST(check_command, takes_a_configuration_that_the_backend_accepts) {
     expect_refused(host_with_backend({"nonsense=1"}, {"check"}),
                    "iohost: the backend refuses the configuration: nonsense: there is no option "
                    "'nonsense'");
-    expect_refused(host_with_backend({"fault=does_not_open"}, {"check"}),
-                   "iohost: nobody\\x0aanswers\n");
     expect_refused(host({"check"}), "iohost: --backend is required");
     expect_refused(host_with_backend({"check", "--write", "tank.count"}),
                    "iohost: NAME=VALUE: 'tank.count' is none");

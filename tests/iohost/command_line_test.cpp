@@ -64,6 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "--as: unknown type 'i33', not empty, boolean, u8, "},
         wrong_usage{"read_as_nothing", {"read", "--as"}, ""},
         wrong_usage{"watch_for_no_number", {"watch", "--for", "long", "tank.level"}, ""},
+        wrong_usage{"watch_for_not_a_number", {"watch", "--for", "nan", "tank.level"}, "--for"},
         wrong_usage{"watch_for_no_time", {"watch", "--for", "0", "tank.level"}, "--for"},
         wrong_usage{"watch_for_less_than_no_time", {"watch", "--for", "-1", "tank.level"}, ""},
         wrong_usage{"watch_of_no_polls", {"watch", "--count", "0", "tank.level"}, "--count"},
@@ -88,9 +89,6 @@ INSTANTIATE_TEST_SUITE_P(
         wrong_usage{"set_of_an_unknown_key",
                     {"--set", "colour=red", "read"},
                     "there is no option 'colour'\n"},
-        wrong_usage{"a_connection_that_fails",
-                    {"--set", "fault=does_not_open", "browse"},
-                    "nobody\\x0aanswers\n"},
         wrong_usage{"config_that_is_missing",
                     {"--config", "/nowhere/at_all.conf", "read"},
                     "cannot read the configuration '/nowhere/at_all.conf': No such file or "
@@ -103,6 +101,22 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(command_line, refuses_wrong_usage_in_json_as_well) {
     expect_refused(host_with_backend({"--json", "raedd"}), "iohost: there is no command 'raedd'");
     expect_refused(host_with_backend({"--json", "write"}), "iohost: NAME=VALUE is required");
+}
+
+TEST(command_line, tells_a_connection_that_fails_from_wrong_usage) {
+    auto const finished = host_with_backend({"fault=does_not_open"}, {"--json", "browse"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.err, "iohost: nobody\\x0aanswers\n");
+    auto const document = document_of(finished);
+    EXPECT_EQ(document["operation"], "open");
+    EXPECT_NE(document["error"]["code"], 0);
+}
+
+TEST(command_line, says_that_its_help_is_lost) {
+    auto const finished =
+        test_support::run({"/bin/sh", "-c", "exec \"$0\" --help >/dev/full", IOHOST_PATH});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.err, "iohost: cannot write to standard output\n");
 }
 
 TEST(command_line, takes_a_backend) {

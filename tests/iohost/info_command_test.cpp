@@ -95,8 +95,9 @@ TEST(info_command, tells_which_machine_a_module_is_for) {
 
 TEST(info_command, tells_which_revision_a_module_is_for) {
     expect_reason(OTHER_REVISION_PATH,
-                  "it was built for revision 0.4 of libiokern, but this host has revision 0.5; "
-                  "build it again with the headers of 0.5\n");
+                  "it was built for revision 0.4 of libiokern (it asks for the symbol "
+                  "__tavi_ioapi_library_revision_0_4), but this host has revision 0.5; build it "
+                  "again with the headers of 0.5\n");
 }
 
 TEST(info_command, tells_which_entry_function_a_module_has) {

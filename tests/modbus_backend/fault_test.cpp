@@ -168,7 +168,10 @@ INSTANTIATE_TEST_SUITE_P(
                       exception_case{2, "modbus:2 illegal data address"},
                       exception_case{3, "modbus:3 illegal data value"},
                       exception_case{4, "modbus:4 device failure"},
+                      exception_case{5, "modbus:5 accepted, but still being worked on"},
                       exception_case{6, "modbus:6 device busy"},
+                      exception_case{7, "modbus:7 negative acknowledge"},
+                      exception_case{8, "modbus:8 memory parity error"},
                       exception_case{10, "modbus:10 gateway path unavailable"},
                       exception_case{11, "modbus:11 device behind the gateway does not answer"}),
     [](auto const& tested) { return "code_" + std::to_string(tested.param.code); });

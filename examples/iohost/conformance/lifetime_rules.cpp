@@ -15,7 +15,7 @@ using faults = std::vector<std::string>;
 constexpr int warm_up = 5;
 constexpr int cycles = 25;
 constexpr std::size_t most_variables = 100;
-constexpr auto most = std::numeric_limits<std::size_t>::max();
+constexpr auto any_number = std::numeric_limits<std::size_t>::max();
 /// For what a process keeps without growing, such as caches of the allocator.
 constexpr std::size_t tolerated_bytes = 8192;
 
@@ -69,7 +69,7 @@ void judge_lifetime(subject const& about) {
 
     for (int i = 0; i < warm_up; ++i) live_once(about, variables);
     auto const structures = about.host.structure_count();
-    auto const before = measured({most, most, most});
+    auto const before = measured({any_number, any_number, any_number});
     for (int i = 0; i < cycles; ++i) live_once(about, variables);
     auto const after = measured(before);
     judge(about, "descriptors_are_given_back", before.descriptors, after.descriptors,

@@ -17,7 +17,7 @@ using faults = std::vector<std::string>;
 
 constexpr std::size_t few = 10;
 
-void judge_empty(subject const& about, example::backend& backend) {
+void judge_empty_read(subject const& about, example::backend& backend) {
     v2::read_result result;
     faults found;
     if (auto const error = about.read(backend, result)) found.push_back(describe(error));
@@ -147,7 +147,7 @@ void judge_mixed(subject const& about, example::backend& backend) {
 
 void judge_reading(subject& about) {
     auto& backend = about.connection();
-    judge_empty(about, backend);
+    judge_empty_read(about, backend);
     judge_unknown(about, backend, "read_of_the_unknown", unknown_variable());
     judge_all(about, backend);
     judge_types(about);

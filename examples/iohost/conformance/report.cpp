@@ -14,7 +14,7 @@ namespace {
 constexpr int outcome_width = 9;
 constexpr int rule_width = 36;
 
-char const* name_of(report::outcome what) {
+char const* word_for(report::outcome what) {
     switch (what) {
     case report::outcome::ok: return "ok";
     case report::outcome::failed: return "FAILED";
@@ -60,7 +60,7 @@ void report::judge(std::string const& rule,
 
 void report::add(line made) {
     if (shown_) {
-        std::cout << std::left << std::setw(outcome_width) << name_of(made.what) << ' '
+        std::cout << std::left << std::setw(outcome_width) << word_for(made.what) << ' '
                   << std::setw(rule_width) << made.rule << ' ' << printable(made.detail) << '\n'
                   << std::flush;
     }

@@ -14,7 +14,7 @@ namespace {
 namespace v2 = tavi::ioapi::v2;
 using faults = std::vector<std::string>;
 
-constexpr std::size_t few = 20;
+constexpr std::size_t few_subscribed = 20;
 
 std::string quoted(v2::plc_identifier const& identifier) {
     return "'" + name_of(identifier) + "'";
@@ -31,7 +31,7 @@ void judge_interval(subject const& about, example::backend& backend) {
     about.rules.judge("poll_interval_is_at_least_1", found, std::to_string(interval) + " ms");
 }
 
-void judge_empty(subject const& about, example::backend& backend) {
+void judge_empty_subscription(subject const& about, example::backend& backend) {
     v2::subscription_result result;
     faults found;
     if (auto const error = about.subscribe(backend, {}, result)) found.push_back(describe(error));
@@ -218,14 +218,14 @@ void judge_repeated(subject const& about, v2::plc_identifier const& variable) {
 void judge_subscriptions(subject& about) {
     auto& backend = about.connection();
     judge_interval(about, backend);
-    judge_empty(about, backend);
+    judge_empty_subscription(about, backend);
     judge_refused(about, backend, "subscribe_to_the_unknown", unknown_variable());
     if (about.variables.empty()) {
         about.rules.skipped("subscribe_to_a_member_is_refused", "there is no variable");
     } else {
         judge_refused(about, backend, "subscribe_to_a_member_is_refused", some_member(about));
     }
-    auto const nodes = about.readable(few);
+    auto const nodes = about.readable(few_subscribed);
     if (nodes.empty()) {
         for (char const* const rule :
              {"subscribe_gives_type_and_id", "first_poll_delivers_what_there_is",

@@ -30,7 +30,7 @@ v2::io_error write_one(subject const& about,
     return error ? error : result[0].error();
 }
 
-void judge_empty(subject const& about, example::backend& backend) {
+void judge_empty_write(subject const& about, example::backend& backend) {
     v2::write_result result;
     faults found;
     if (auto const error = about.write(backend, {}, result)) found.push_back(describe(error));
@@ -234,7 +234,7 @@ void judge_all_given(subject const& about,
 
 void judge_writing(subject& about) {
     auto& backend = about.connection();
-    judge_empty(about, backend);
+    judge_empty_write(about, backend);
     judge_unknown(about, backend);
     auto taken = judge_write_back(about, backend);
     judge_all_given(about, backend, taken);

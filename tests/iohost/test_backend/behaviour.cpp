@@ -46,6 +46,7 @@ config::category place() {
     } else {
         options.emplace_back("station", "Station", "Where it stands", v2::io_value("north"));
     }
+    if (form_has("key_in_two_categories")) options.push_back(settings().options()[0]);
     return {"Place", "", true, true, options};
 }
 

@@ -38,10 +38,10 @@ public:
         static unsigned int opened = 0;
         error.reset();
         auto how = behaviour_of(values);
-        using severity = v2::config::verification_result::severity_type;
+        using severity_scale = v2::config::verification_result::severity_type;
         if (!how.has("opens_anything")) {
             for (auto const& issue : verdict_on(values)) {
-                if (issue.severity < severity::error) continue;
+                if (issue.severity < severity_scale::error) continue;
                 problem = issue.message;
                 error = v2::io_errc::invalid_property;
                 return nullptr;
