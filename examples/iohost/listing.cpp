@@ -14,10 +14,10 @@ namespace {
 namespace v2 = tavi::ioapi::v2;
 
 constexpr unsigned int indentation = 2;
-constexpr unsigned int level = 1;
+constexpr unsigned int value_level = 1;
 
 void print_value(std::ostream& out, v2::io_value const& value) {
-    std::istringstream text(value.printable_string(' ', indentation, level).str());
+    std::istringstream text(value.printable_string(' ', indentation, value_level).str());
     for (std::string line; std::getline(text, line);) out << printable(line) << '\n';
 }
 

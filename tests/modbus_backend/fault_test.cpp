@@ -16,10 +16,10 @@ namespace v2 = tavi::ioapi::v2;
 using fault_clock = std::chrono::steady_clock;
 using test_support::summaries;
 
-constexpr unsigned int fault_timeout_ms = 300;
+constexpr unsigned int fault_timeout_ms = 600;
 
 /// One timeout, and time for a busy machine; three requests that wait would take longer.
-constexpr std::chrono::milliseconds fault_patience{850};
+constexpr std::chrono::milliseconds fault_patience{1700};
 
 /// The first request of every read is the one for the holding registers.
 constexpr char const* fault_map = "first holding 10 u16\n"

@@ -17,8 +17,8 @@ import struct
 import threading
 import time
 
-LATE_SECONDS = 0.8
-TRICKLE_SECONDS = 0.04
+LATE_SECONDS = 1.6
+TRICKLE_SECONDS = 0.08
 
 
 def received(connection, count):
