@@ -164,7 +164,7 @@ def map_size(value):
 
 def pair_in(node, pair):
     """The key and the value of a node of a `std::map`, which is its links, and then the pair."""
-    links = node.type.target().sizeof
+    links = node.type.strip_typedefs().target().sizeof
     start = -(-links // pair.alignof) * pair.alignof
     place = gdb.Value(int(node) + start).cast(pair.pointer())
     return place["first"], place["second"]

@@ -75,8 +75,7 @@ INSTANTIATE_TEST_SUITE_P(
                       line_fault{"short", "modbus:259 answer not understood"},
                       line_fault{"oversized", "modbus:259 answer not understood"},
                       line_fault{"count_shorter", "modbus:259 answer not understood"},
-                      line_fault{"transaction", "modbus:259 answer not understood"},
-                      line_fault{"protocol", "modbus:259 answer not understood"}),
+                      line_fault{"transaction", "modbus:259 answer not understood"}),
     line_fault_name);
 
 /// What can be understood all the same: how an answer is cut to pieces means nothing, nor does what
@@ -194,7 +193,8 @@ class unit_without_contents : public test_support::proxied_test,
                               public ::testing::WithParamInterface<odd_unit> {};
 
 TEST_P(unit_without_contents, refuses_every_read_and_write_and_the_connection_stays) {
-    auto settings = settings_for(controller_->port(), map_.path(), proxied_timeout_ms);
+    auto settings =
+        settings_for(controller_->port(), map_.path(), test_support::proxied_timeout_ms);
     settings.set("unit", GetParam().unit);
     auto const opened = module.open(settings);
     auto const expect_refusal = [](v2::io_error const& error, failed_read const& expected) {

@@ -62,6 +62,10 @@ def byte_by_byte(connection, data, pause):
         time.sleep(pause)
 
 
+class Vanished(Exception):
+    """This proxy is to end."""
+
+
 class Exchange:
     """One request, and the way to its answer."""
 
@@ -120,7 +124,7 @@ class Faults:
     def vanish(exchange):
         """Half an answer, and nobody listens here any more."""
         exchange.reply(exchange.answer()[: HEAD_SIZE + 1])
-        os._exit(0)
+        raise Vanished
 
     @staticmethod
     def short(exchange):
@@ -171,11 +175,6 @@ class Faults:
         """The bytes of the number of the exchange in the wrong order."""
         answer = exchange.answer()
         exchange.reply(answer[1::-1] + answer[2:])
-
-    @staticmethod
-    def protocol(exchange):
-        """Another protocol than Modbus."""
-        exchange.reply(changed_at(3, exchange.answer(), 1))
 
     @staticmethod
     def split(exchange):
@@ -251,17 +250,28 @@ class Proxy:
     def serve(self):
         print(f"listening on 127.0.0.1:{self.listener.getsockname()[1]}", flush=True)
         while True:
-            client, _ = self.listener.accept()
+            try:
+                client, _ = self.listener.accept()
+            except OSError:
+                return  # it has vanished
             threading.Thread(target=self.talk, args=(client,), daemon=True).start()
 
     def talk(self, client):
         try:
             with client, socket.create_connection(self.controller) as controller:
                 client.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
-                while True:
-                    self.handle(Exchange(client, controller))
+                self.talk_between(client, controller)
         except OSError:
             return  # whoever has gone is not missed
+
+    def talk_between(self, client, controller):
+        while True:
+            try:
+                self.handle(Exchange(client, controller))
+            except Vanished:
+                # When the client learns that its connection has ended, there is no other to be had.
+                self.listener.shutdown(socket.SHUT_RDWR)
+                os._exit(0)
 
 
 class Parser(argparse.ArgumentParser):
