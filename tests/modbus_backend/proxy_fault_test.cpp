@@ -117,22 +117,22 @@ TEST_F(line_fault_test, a_line_that_vanishes_and_returns_is_used_again) {
     for (unsigned int i = 0; i < 3; ++i) expect_told(unreachable[i].error(), failed_reads[i]);
 
     server_process const back(
-        test_support::faulty_proxy(controller_->port(), "silent", 100, proxy.port()));
+        test_support::faulty_proxy(controller().port(), "silent", 100, proxy.port()));
     expect_good(*opened);
 }
 
 TEST_F(line_fault_test, a_controller_that_vanishes_behind_the_line_is_found_again) {
-    server_process controller(test_support::foreign_server());
-    server_process const proxy(test_support::faulty_proxy(controller.port(), "silent", 100));
+    server_process mortal(test_support::foreign_server());
+    server_process const proxy(test_support::faulty_proxy(mortal.port(), "silent", 100));
     auto const opened = open_through(proxy);
     expect_good(*opened);
-    controller.kill();
+    mortal.kill();
     texts const names{"first", "second", "third"};
     EXPECT_EQ(summaries(read(*opened, names)), texts(3, "modbus:257 connection lost"));
     // The line takes the connection, and ends it for want of a controller.
     EXPECT_EQ(summaries(read(*opened, names)), texts(3, "modbus:257 connection lost"));
 
-    server_process const back(test_support::foreign_server(controller.port()));
+    server_process const back(test_support::foreign_server(mortal.port()));
     expect_good(*opened);
 }
 
@@ -194,7 +194,7 @@ class unit_without_contents : public test_support::proxied_test,
 
 TEST_P(unit_without_contents, refuses_every_read_and_write_and_the_connection_stays) {
     auto settings =
-        settings_for(controller_->port(), map_.path(), test_support::proxied_timeout_ms);
+        settings_for(controller().port(), map_.path(), test_support::proxied_timeout_ms);
     settings.set("unit", GetParam().unit);
     auto const opened = module.open(settings);
     auto const expect_refusal = [](v2::io_error const& error, failed_read const& expected) {

@@ -6,7 +6,6 @@
 #include <examples/support/temporary_file.hpp>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
 namespace test_support {
@@ -21,16 +20,17 @@ inline constexpr char const* proxied_map = "first holding 62 u16\n"
 /// How long the backend waits, in ms.
 inline constexpr unsigned int proxied_timeout_ms = 600;
 
-/// Uses the module through a proxy to one controller for all tests of a suite.
+/// Uses the module through a proxy to a controller, one for all tests.
 class proxied_test : public module_test {
 protected:
-    static void SetUpTestSuite() {
-        controller_ = std::make_unique<server_process>(foreign_server());
+    /// Starts with the first test that needs it, and ends with the program.
+    [[nodiscard]] static server_process const& controller() {
+        static server_process const started(foreign_server());
+        return started;
     }
-    static void TearDownTestSuite() { controller_.reset(); }
 
     [[nodiscard]] static server_process proxy_with(std::string const& fault, int skipped = 0) {
-        return server_process(faulty_proxy(controller_->port(), fault, skipped));
+        return server_process(faulty_proxy(controller().port(), fault, skipped));
     }
 
     [[nodiscard]] opened_backend open_through(server_process const& proxy) const {
@@ -47,7 +47,6 @@ protected:
     }
 
     temporary_file const map_{proxied_map};
-    inline static std::unique_ptr<server_process> controller_;
 };
 
 } // namespace test_support
