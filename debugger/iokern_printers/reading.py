@@ -225,8 +225,8 @@ def keyed(pairs, key_text):
 
 @again
 def fields(value, names):
-    """Children that are fields, without the mark of private ones, or what they refer to; numbers and
-    enumerators alone."""
+    """Children that are fields, without the mark of private ones; numbers and enumerators alone, and
+    of references and pointers what they refer to."""
     for name in names:
         child = value[name]
         if child.type.code in (gdb.TYPE_CODE_REF, gdb.TYPE_CODE_PTR):

@@ -57,7 +57,7 @@ def main():
             failures.append(f"{page}:{number}: a second time: {name}")
         seen.add(name)
     failures += [f"{page}: no line names {plain[name]}" for name in sorted(set(plain) - seen)]
-    failures += [f"{page}: an exception without a line: {name}" for name in sorted(set(OTHERS) - seen)]
+    failures += [f"an exception without a line: {name}" for name in sorted(set(OTHERS) - seen)]
     failures += [f"an exception for a class: {name}" for name in sorted(set(OTHERS) & set(plain))]
     print("\n".join(failures) or f"{len(classes)} classes stand in the table")
     return 1 if failures else 0
