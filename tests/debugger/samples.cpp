@@ -224,7 +224,7 @@ int main() {
     subscribed.set(plc_identifier(8), not_found);
 
     v2::utility::pair<int, v2::utility::string> const numbered{3, "three"};
-    v2::utility::pair const named(v2::utility::string("level"), io_value(2.75));
+    v2::utility::pair<v2::utility::string, io_value> const named{"level", 2.75};
 
     v2::subscription_result::variable_result const& subscribed_level = subscribed[level];
     v2::subscription_result::variable_result const& not_subscribed =

@@ -67,7 +67,6 @@ INSTANTIATE_TEST_SUITE_P(
     all,
     spoilt_answer,
     ::testing::Values(line_fault{"late", "modbus:258 no answer in time"},
-                      line_fault{"silent", "modbus:258 no answer in time"},
                       line_fault{"stub", "modbus:258 no answer in time"},
                       line_fault{"slow", "modbus:258 no answer in time"},
                       line_fault{"count_longer", "modbus:258 no answer in time"},
@@ -117,13 +116,13 @@ TEST_F(line_fault_test, a_line_that_vanishes_and_returns_is_used_again) {
     for (unsigned int i = 0; i < 3; ++i) expect_told(unreachable[i].error(), failed_reads[i]);
 
     server_process const back(
-        test_support::faulty_proxy(controller().port(), "silent", 100, proxy.port()));
+        test_support::faulty_proxy(controller().port(), "none", 0, proxy.port()));
     expect_good(*opened);
 }
 
 TEST_F(line_fault_test, a_controller_that_vanishes_behind_the_line_is_found_again) {
     server_process mortal(test_support::foreign_server());
-    server_process const proxy(test_support::faulty_proxy(mortal.port(), "silent", 100));
+    server_process const proxy(test_support::faulty_proxy(mortal.port(), "none"));
     auto const opened = open_through(proxy);
     expect_good(*opened);
     mortal.kill();
