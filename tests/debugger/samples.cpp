@@ -103,7 +103,7 @@ int main() {
                                                    "f",
                                                    12));
     v2::utility::string const wide_text("Füllstand");
-    v2::utility::string_view const view("a view");
+    [[maybe_unused]] v2::utility::string_view const view("a view");
     v2::utility::string const long_text(std::string(1000, 'x'));
     int const three_numbers[] = {1, 2, 3};
     v2::utility::data_view<int const> const numbers_view(three_numbers);
@@ -195,9 +195,9 @@ int main() {
 
     v2::io_timestamp const no_time;
     v2::io_timestamp const leap_day(1'709'207'999'123'456'7);
-    v2::io_timestamp const first_tick(1);
-    v2::io_timestamp const before_epoch(-1);
-    v2::io_timestamp const far_future(9'223'372'036'854'775'807);
+    [[maybe_unused]] v2::io_timestamp const first_tick(1);
+    [[maybe_unused]] v2::io_timestamp const before_epoch(-1);
+    [[maybe_unused]] v2::io_timestamp const far_future(9'223'372'036'854'775'807);
     auto const good = v2::io_data_value::value_quality::good;
     v2::io_data_value const data_value(2.75, leap_day, good);
     v2::io_data_value const odd_quality(1, no_time,
