@@ -5,8 +5,8 @@ import datetime
 import gdb
 
 from .reading import (V2, Unreadable, again, complete, counted, elements, fields, keyed,
-                      map_entries, map_size, number, private_part, std_text, symbol_of_table, text,
-                      vector, vector_entries, word)
+                      map_entries, map_entry_at, map_size, number, private_part, std_text,
+                      symbol_of_table, text, vector, vector_entries, word)
 from .shown import Shown
 
 # The payloads of a value by index, each with the data type that the constructors give it. The same
@@ -140,13 +140,23 @@ def timestamp(value):
     return "%s.%07dZ" % (time.isoformat(), fraction)
 
 
+def category_name(pointer):
+    """That of the library's own category, which no call is needed for; of others the class."""
+    if int(pointer) == 0:
+        return "null"
+    name = symbol_of_table(pointer) or "category at 0x%x" % int(pointer)
+    return "generic" if name == V2 + "io_error_generic_category" else name
+
+
+def category(value):
+    if value.address is None:
+        raise Unreadable("a category that is not in memory")
+    return category_name(value.address)
+
+
 def show_error(value):
-    code, category = int(value["code_"]), value["category_"]
-    name = symbol_of_table(category) if int(category) != 0 else "null"
-    if name is None:
-        name = "category at 0x%x" % int(category)
-    if name == V2 + "io_error_generic_category":
-        name = "generic"
+    code, name = int(value["code_"]), category_name(value["category_"])
+    if name == "generic":
         codes = gdb.lookup_type(V2 + "io_errc")
         message = word(gdb.Value(code).cast(codes), "").replace("_", " ")
     else:
@@ -155,16 +165,21 @@ def show_error(value):
     return with_diagnostics(value["diagnostics_"], line.rstrip())
 
 
+def own_list(pointer, name):
+    """What is behind an interface of diagnostics, where it is the library's own class. Raises with
+    the place of an object that is another module's, or where the library has no symbols."""
+    own = V2 + "io_error_diagnostics_generic::impl" + name
+    table = symbol_of_table(pointer)
+    if table != own:
+        raise Unreadable("%sat 0x%x" % (table + " " if table else "", int(pointer)))
+    return complete(pointer, own)
+
+
 def with_diagnostics(pointer, line):
     if int(pointer) == 0:
         return Shown(line)
-    own = V2 + "io_error_diagnostics_generic::impl"
-    table = symbol_of_table(pointer)
-    if table != own:  # another module's, or the library has no symbols at all
-        name = table + " " if table else ""
-        return Shown("%s, diagnostics %sat 0x%x" % (line, name, int(pointer)))
     try:
-        entries = complete(pointer, own)["entries_"]
+        entries = own_list(pointer, "")["entries_"]
     except Unreadable as failure:
         return Shown("%s, diagnostics %s" % (line, failure))
     return Shown(line, keyed(vector_entries(entries), std_text))
@@ -173,6 +188,28 @@ def with_diagnostics(pointer, line):
 def show_diagnostics(value):
     pointer = value["impl_"]
     return with_diagnostics(pointer, "diagnostics" if int(pointer) != 0 else "no diagnostics")
+
+
+def show_diagnostics_position(value):
+    pointer = value["position_"]
+    if int(pointer) == 0:
+        return Shown("end")
+    try:
+        position = own_list(pointer, "::iterator_impl")
+    except Unreadable as failure:
+        return Shown("position %s" % failure)
+    entry = position["current_"]["_M_current"]
+    if entry == position["end_"]["_M_current"]:
+        return Shown("end")
+    return Shown("at", keyed([(entry["first"], entry["second"])], std_text))
+
+
+def show_position(key_text):
+    """An iterator over a map."""
+    def show(held):
+        entry = map_entry_at(held["position_"])
+        return Shown("end") if entry is None else Shown("at", keyed([entry], key_text))
+    return show
 
 
 def show_id(value):
@@ -225,6 +262,17 @@ def show_category(held):
     return Shown("category " + std_text(held["name_"]), children())
 
 
+def version(value):
+    parts = [int(value[name]) for name in ("major_version", "minor_version", "patch_version")]
+    label = text(value["label"])
+    return "%d.%d.%d" % tuple(parts) + (" " + label if label != '""' else "")
+
+
+def host_of_query(value):
+    host = value["host_"]
+    return "%s at 0x%x" % (symbol_of_table(host) or "host", int(host))
+
+
 def line_of(function):
     return lambda value: Shown(function(value))
 
@@ -245,15 +293,25 @@ CLASSES = {
     "utility::string_view": show_text,
     "utility::array<.*>": show_elements,
     "utility::data_view<.*>": show_elements,
+    "utility::pair<.*>": record_of("first", "second"),
     "io_data_type": line_of(data_type),
     "io_value": show_value,
     "io_data_value": record_of("value_", "timestamp_", "quality_"),
     "io_timestamp": line_of(timestamp),
     "io_object": show_object,
+    "io_object::const_iterator": handle_of(show_position(std_text)),
     "io_structure_type": handle_of(show_structure),
+    "io_structure_type::const_iterator": handle_of(show_position(std_text)),
     "io_structure_dictionary": handle_of(show_dictionary),
     "io_error": show_error,
+    "io_error_category": line_of(category),
+    "io_error_generic_category": line_of(category),
     "io_error_diagnostics": show_diagnostics,
+    "io_error_diagnostics::const_iterator": show_diagnostics_position,
+    "io_error_diagnostics::const_iterator::reference": record_of("key", "value"),
+    "interfaces::io_error_diagnostics_impl::iterator_impl::entry": record_of("key", "value"),
+    "make_object_implementation<.*>": line_of(
+        lambda value: amount(int(value["count_"]["_M_i"]), "reference")),
     "io_error_diagnostics_generic": show_diagnostics,
     "io_exception": lambda value: show_error(value["error_"]),
     "plc_identifier_part": line_of(part),
@@ -267,7 +325,13 @@ CLASSES = {
         "node_class", "identifier", "browse_name", "description", "data_type"),
     "subscription_id": show_id,
     "subscription_result": handle_of(show_subscriptions),
+    "subscription_result::variable_result": record_of(
+        "identifier", "data_type", "error", "aux_value", "id"),
+    "subscription_result::const_iterator": handle_of(show_position(identifier)),
+    "backend_version_info": line_of(version),
+    "backend_query": line_of(host_of_query),
     "config::option": handle_of(show_option),
+    "config::option::value_option": record_of("display_name", "description", "value"),
     "config::category": handle_of(show_category),
     "config::config_template": handle_of(show_list("category", "categories_")),
     "config::store": handle_of(show_store),

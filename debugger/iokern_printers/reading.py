@@ -162,13 +162,20 @@ def map_size(value):
     return int(value["_M_t"]["_M_impl"]["_M_node_count"])
 
 
+def pair_in(node, pair):
+    """The key and the value of a node of a `std::map`, which is its links, and then the pair."""
+    links = node.type.strip_typedefs().target().sizeof
+    start = -(-links // pair.alignof) * pair.alignof
+    place = gdb.Value(int(node) + start).cast(pair.pointer())
+    return place["first"], place["second"]
+
+
 @again
 def map_entries(value):
-    """The pairs of a `std::map` in order. A node is its links, and then the pair."""
+    """The pairs of a `std::map` in order."""
     tree = value["_M_t"]
     header = tree["_M_impl"]["_M_header"]
     pair = tree.type.strip_typedefs().template_argument(1)
-    start = -(-header.type.sizeof // pair.alignof) * pair.alignof
 
     def leftmost(node):
         for _ in range(HIGHEST_TREE):
@@ -194,8 +201,19 @@ def map_entries(value):
             node = next_of(node)
         if int(node) == 0:
             raise Unreadable("corrupt, a tree without a root")
-        place = gdb.Value(int(node) + start).cast(pair.pointer())
-        yield place["first"], place["second"]
+        yield pair_in(node, pair)
+
+
+def map_entry_at(position):
+    """The pair at an iterator of a `std::map`, or None at its end. The end is the head of the tree,
+    which is red where the root is black, and the parent of its own parent."""
+    node = position["_M_node"]
+    if int(node) == 0:
+        raise Unreadable("corrupt, an iterator without a place")
+    is_red, parent = int(node["_M_color"]) == 0, node["_M_parent"]
+    if is_red and (int(parent) == 0 or parent["_M_parent"] == node):
+        return None
+    return pair_in(node, position.type.strip_typedefs().template_argument(0))
 
 
 @again
@@ -207,8 +225,11 @@ def keyed(pairs, key_text):
 
 @again
 def fields(value, names):
-    """Children that are fields, without the mark of private ones; numbers and enumerators alone."""
+    """Children that are fields, without the mark of private ones; numbers and enumerators alone, and
+    of references and pointers what they refer to."""
     for name in names:
         child = value[name]
+        if child.type.code in (gdb.TYPE_CODE_REF, gdb.TYPE_CODE_PTR):
+            child = child.referenced_value()
         is_word = child.type.strip_typedefs().code == gdb.TYPE_CODE_ENUM
         yield name.rstrip("_"), word(child, "%d") if is_word else element(child)

@@ -29,6 +29,10 @@ struct private_parts {
     io_structure_type::impl* structure;
     io_structure_dictionary::impl* dictionary;
     io_error_diagnostics_generic::impl* diagnostics;
+    io_error_diagnostics_generic::impl::iterator_impl* diagnostic;
+    io_object::const_iterator::impl* member;
+    io_structure_type::const_iterator::impl* declared_member;
+    subscription_result::const_iterator::impl* variable;
     browse_result::impl* browsed;
     subscription_result::impl* subscribed;
     config::option::impl* option;

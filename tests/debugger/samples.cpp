@@ -31,6 +31,44 @@ public:
     [[nodiscard]] iterator_impl* make_iterator() const override { return nullptr; }
 };
 
+class quiet_host final : public v2::host_interface {
+public:
+    [[nodiscard]] v2::backend_version_info backend_version() const override { return {}; }
+    [[nodiscard]] v2::utility::string p_backend_data_directory() const override { return {}; }
+    [[nodiscard]] v2::utility::string p_project_directory() const override { return {}; }
+    [[nodiscard]] v2::utility::string p_shared_extension_directory() const override { return {}; }
+    [[nodiscard]] v2::utility::string p_private_extension_directory() const override { return {}; }
+    void push_log_record(v2::log_severity_level, v2::utility::string_view) const override {}
+    [[nodiscard]] v2::io_data_type lookup_data_type(v2::plc_identifier const&,
+                                                    v2::io_error&) const override {
+        return {};
+    }
+    [[nodiscard]] v2::io_structure_type lookup_structure_type(v2::io_data_type const&,
+                                                              v2::io_error&) const override {
+        return {};
+    }
+    [[nodiscard]] v2::io_data_type register_structure_type(v2::plc_identifier const&,
+                                                           v2::io_structure_type,
+                                                           v2::io_error&) override {
+        return {};
+    }
+    void replace_structure_type(v2::io_data_type const&,
+                                v2::io_structure_type,
+                                v2::io_error&) override {}
+    void unregister_structure_type(v2::io_data_type const&, v2::io_error&) override {}
+    void clear_structure_types() override {}
+};
+
+/// Stands at the one entry of another module's list.
+class foreign_position final : public v2::interfaces::io_error_diagnostics_impl::iterator_impl {
+public:
+    bool advance() override { return false; }
+    [[nodiscard]] bool equal_to(iterator_impl const&) const override { return true; }
+    [[nodiscard]] entry get() const override { return {"key", nullptr}; }
+    [[nodiscard]] iterator_impl* clone() const override { return new foreign_position; }
+    void release() override { delete this; }
+};
+
 /// Room for a value that nobody ends: a corrupt one cannot be.
 template <class T>
 union unended {
@@ -65,7 +103,7 @@ int main() {
                                                    "f",
                                                    12));
     v2::utility::string const wide_text("Füllstand");
-    v2::utility::string_view const view("a view");
+    [[maybe_unused]] v2::utility::string_view const view("a view");
     v2::utility::string const long_text(std::string(1000, 'x'));
     int const three_numbers[] = {1, 2, 3};
     v2::utility::data_view<int const> const numbers_view(three_numbers);
@@ -157,9 +195,9 @@ int main() {
 
     v2::io_timestamp const no_time;
     v2::io_timestamp const leap_day(1'709'207'999'123'456'7);
-    v2::io_timestamp const first_tick(1);
-    v2::io_timestamp const before_epoch(-1);
-    v2::io_timestamp const far_future(9'223'372'036'854'775'807);
+    [[maybe_unused]] v2::io_timestamp const first_tick(1);
+    [[maybe_unused]] v2::io_timestamp const before_epoch(-1);
+    [[maybe_unused]] v2::io_timestamp const far_future(9'223'372'036'854'775'807);
     auto const good = v2::io_data_value::value_quality::good;
     v2::io_data_value const data_value(2.75, leap_day, good);
     v2::io_data_value const odd_quality(1, no_time,
@@ -184,6 +222,47 @@ int main() {
     subscribed.set(level, io_data_type::scalar(types::dbl), 5,
                    v2::subscription_id::from_number(12));
     subscribed.set(plc_identifier(8), not_found);
+
+    v2::utility::pair<int, v2::utility::string> const numbered{3, "three"};
+    v2::utility::pair<v2::utility::string, io_value> const named{"level", 2.75};
+
+    v2::subscription_result::variable_result const& subscribed_level = subscribed[level];
+    v2::subscription_result::variable_result const& not_subscribed =
+        v2::subscription_result::not_found();
+    [[maybe_unused]] auto const level_answer = subscribed_level.ok() && not_subscribed.ok();
+    auto const at_subscribed = ++subscribed.begin();
+    auto const behind_subscribed = subscribed.end();
+    v2::subscription_result const nothing_subscribed;
+    auto const nowhere_subscribed = nothing_subscribed.begin();
+    auto const at_member = pump.begin();
+    auto const at_other_member = ++pump.begin();
+    auto const behind_members = pump.end();
+    v2::io_object const bare_object;
+    auto const nowhere = bare_object.begin();
+    auto gone_position = pump.begin();
+    auto const taken_position(std::move(gone_position));
+    auto const at_declared = pump_state.begin();
+    auto const behind_declared = pump_state.end();
+    auto const at_diagnostic = diagnostics.begin();
+    auto const behind_diagnostics = diagnostics.end();
+    v2::io_error_diagnostics::const_iterator const at_foreign(new foreign_position);
+    auto const diagnostic = *at_diagnostic;
+    v2::interfaces::io_error_diagnostics_impl::iterator_impl::entry const diagnostic_entry{
+        diagnostic.key, &diagnostic.value};
+    v2::interfaces::io_error_diagnostics_impl::iterator_impl::entry const null_entry{"key",
+                                                                                     nullptr};
+    v2::io_error_category const& generic_errors = v2::generic_io_error_category();
+    auto const& exact_generic_errors =
+        static_cast<v2::io_error_generic_category const&>(generic_errors);
+    v2::io_error_category const& pump_errors_seen = pump_errors;
+    [[maybe_unused]] auto const seen =
+        std::tuple(&exact_generic_errors, &pump_errors_seen, &diagnostic_entry, &null_entry);
+    foreign_list const uncounted_list;
+
+    quiet_host host;
+    v2::backend_query const query(host);
+    v2::backend_version_info const release{1, 20, 3, ""};
+    v2::backend_version_info const trial{2, 0, 0, "beta"};
 
     config::option::value_option const choices[] = {{"Fast", "often", 10},
                                                     {"Slow", "seldom", 1000}};

@@ -8,6 +8,7 @@ It prints `listening on 127.0.0.1:PORT` and serves until it is ended. Its conten
 - coils 0 to 1999: on where the address is a multiple of 3
 - discrete inputs 0 to 1999: on where the address is odd
 Unit 7 has other contents: every register is 700, every bit is off.
+Unit 8 keeps its contents where they cannot be reached: every access raises an exception.
 """
 
 import argparse
@@ -92,8 +93,24 @@ def other_unit():
     )
 
 
+class BrokenBlock(ModbusSequentialDataBlock):
+    """Has an address for everybody and contents for nobody."""
+
+    def getValues(self, address, count=1):
+        raise OSError("the store is broken")
+
+    def setValues(self, address, values):
+        raise OSError("the store is broken")
+
+
+def broken_unit():
+    broken = BrokenBlock(0, [0] * REGISTER_COUNT)
+    return ModbusSlaveContext(co=broken, di=broken, hr=broken, ir=broken, zero_mode=True)
+
+
 async def serve(port):
-    units = ModbusServerContext(slaves={255: first_unit(), 7: other_unit()}, single=False)
+    slaves = {255: first_unit(), 7: other_unit(), 8: broken_unit()}
+    units = ModbusServerContext(slaves=slaves, single=False)
     server = ModbusTcpServer(units, address=("127.0.0.1", port), allow_reuse_address=True)
     serving = asyncio.ensure_future(server.serve_forever())
     await server.serving

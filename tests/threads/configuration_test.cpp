@@ -33,6 +33,15 @@ TEST(threads, option) {
         });
 }
 
+TEST(threads, option_value_option) {
+    expect_plain(
+        config::option::value_option{"usual", "Where most listen", v2::io_value(502)},
+        [](auto const& choice) {
+            return choice.display_name == "usual" && choice.value == v2::io_value(502);
+        },
+        [](auto& choice) { choice.value = v2::io_value("another"); });
+}
+
 TEST(threads, category) {
     expect_plain(
         connection_category(), [](auto const& category) { return category.has_option("port"); },
@@ -65,6 +74,24 @@ TEST(threads, verification_result) {
             return each.severity_for_option("port") == bad && each.begin() + 1 == each.end();
         },
         [](auto& each) { each.add_issue({}); });
+}
+
+TEST(threads, verification_result_issue_type) {
+    auto const bad = config::verification_result::severity_type::error;
+    expect_plain(
+        config::verification_result::issue_type{bad, "no such port", {"port"}},
+        [bad](auto const& issue) {
+            return issue.severity == bad && issue.message == "no such port" &&
+                   issue.options.size() == 1;
+        },
+        [](auto& issue) { issue.options = {}; });
+}
+
+TEST(threads, backend_version_info) {
+    expect_plain(
+        v2::backend_version_info{1, 20, 3, "beta"},
+        [](auto const& version) { return version.minor_version == 20 && version.label == "beta"; },
+        [](auto& version) { version.label = "another"; });
 }
 
 /// A host that lets its operations be called from several threads, and locks for that itself.

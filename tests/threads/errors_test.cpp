@@ -44,6 +44,38 @@ TEST(threads, io_error_diagnostics) {
     });
 }
 
+TEST(threads, io_error_diagnostics_const_iterator) {
+    v2::io_error_diagnostics_generic list;
+    list.set("address", "a text that no small buffer could hold");
+    list.set("index", 4);
+    expect_plain(
+        list.begin(),
+        [](auto const& at) {
+            v2::io_error_diagnostics::const_iterator::reference const entry = *at;
+            return entry.key == "address" && entry.value.as<std::string>().size() == 38;
+        },
+        [](auto& at) { ++at; });
+}
+
+// The interface behind it, whose positions each thread makes for itself.
+TEST(threads, io_error_diagnostics_impl) {
+    v2::io_error const error = with_diagnostics();
+    EXPECT_EQ(failures_of_crowd([&](int, int) {
+                  auto* const list = error.diagnostics().list();
+                  auto* const position = list->make_iterator();
+                  auto* const same = position->clone();
+                  v2::interfaces::io_error_diagnostics_impl::iterator_impl::entry const entry =
+                      same->get();
+                  bool const reads_well = entry.key == "index" && *entry.value == v2::io_value(4) &&
+                                          position->equal_to(*same) && !same->advance() &&
+                                          list->size() == 1 && list->get("index") == *entry.value;
+                  same->release();
+                  position->release();
+                  return reads_well;
+              }),
+              0);
+}
+
 // A copy is the same list: one lock guards them all.
 TEST(threads, io_error_diagnostics_generic) {
     v2::io_error_diagnostics_generic const list;

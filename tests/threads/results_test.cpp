@@ -69,6 +69,24 @@ TEST(threads, read_result) {
         [](auto& result) { result.set(name_id(), v2::io_data_value()); });
 }
 
+TEST(threads, read_result_result_type) {
+    v2::read_result::result_type answer(level_id());
+    answer.set(v2::io_data_value(2.75, v2::io_data_value::value_quality::good));
+    expect_plain(
+        answer,
+        [](auto const& entry) {
+            return entry.ok() && entry.identifier() == level_id() && entry.value().good();
+        },
+        [](auto& entry) { entry.set(v2::io_error(v2::io_errc::not_found)); });
+}
+
+TEST(threads, write_result_result_type) {
+    expect_plain(
+        v2::write_result::result_type(level_id()),
+        [](auto const& entry) { return !entry.ok() && entry.identifier() == level_id(); },
+        [](auto& entry) { entry.set(v2::io_error()); });
+}
+
 TEST(threads, write_result) {
     expect_plain(
         v2::write_result(asked_for()),
@@ -88,6 +106,36 @@ TEST(threads, subscription_id) {
                   return shared.number() == 5;
               }),
               0);
+}
+
+TEST(threads, subscription_result_variable_result) {
+    v2::subscription_result::variable_result shared;
+    shared.identifier = level_id();
+    shared.aux_value = 3;
+    v2::subscription_result::variable_result const& seen = shared;
+    auto const reads_well = [](auto const& each) {
+        return each.ok() && each.identifier == level_id() && each.aux_value == 3;
+    };
+    expect_shared_reads(seen, reads_well);
+    std::mutex lock;
+    EXPECT_EQ(failures_of_crowd([&](int, int) {
+                  std::lock_guard<std::mutex> const held(lock);
+                  bool const intact = reads_well(shared);
+                  v2::subscription_result::variable_result const taken(std::move(shared));
+                  shared = {level_id(), {}, {}, taken.aux_value, {}};
+                  return intact;
+              }),
+              0);
+}
+
+TEST(threads, subscription_result_const_iterator) {
+    v2::subscription_result held;
+    held.set(level_id(), {}, 3, v2::subscription_id::from_number(1));
+    held.set(name_id(), v2::io_errc::not_found);
+    expect_plain(
+        held.begin(),
+        [](auto const& at) { return at->identifier == level_id() && (*at).aux_value == 3; },
+        [](auto& at) { ++at; });
 }
 
 TEST(threads, subscription_result) {

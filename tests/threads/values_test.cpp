@@ -46,6 +46,15 @@ TEST(threads, array) {
         [](auto& texts) { texts[1] = v2::utility::string(); });
 }
 
+TEST(threads, pair) {
+    expect_plain(
+        v2::utility::pair<v2::utility::string, int>{values_text, 5},
+        [](auto const& pair) { return pair.first == values_text && pair.second == 5; },
+        [](auto& pair) {
+            pair = {"another", 6};
+        });
+}
+
 TEST(threads, io_data_type) {
     expect_plain(
         v2::io_data_type::array_of(types::flt),
@@ -91,6 +100,27 @@ TEST(threads, io_structure_type) {
         v2::io_structure_type("pump", {{"runs", v2::io_data_type::scalar(types::boolean)}}),
         [](auto const& type) { return type.name() == "pump" && !type.has_member("speed"); },
         [](auto& type) { type.set_member("speed", v2::io_data_type::scalar(types::flt)); });
+}
+
+TEST(threads, io_structure_type_const_iterator) {
+    v2::io_structure_type const pump("pump", {{"runs", v2::io_data_type::scalar(types::boolean)},
+                                              {"speed", v2::io_data_type::scalar(types::flt)}});
+    expect_plain(
+        pump.begin(), [&](auto const& at) { return at == pump.begin() && (*at).first == "runs"; },
+        [](auto& at) { ++at; });
+}
+
+TEST(threads, io_object_const_iterator) {
+    v2::io_object pump;
+    pump.set("name", values_text);
+    pump.set("runs", true);
+    expect_plain(
+        pump.begin(),
+        [](auto const& at) {
+            auto const [key, value] = *at;
+            return key == "name" && value == v2::io_value(values_text);
+        },
+        [](auto& at) { ++at; });
 }
 
 TEST(threads, io_object) {

@@ -46,4 +46,15 @@ private:
             "--skip",    std::to_string(skipped), fault};
 }
 
+/// The one between the backend and the controller at another port, which spoils one exchange.
+/// \param skipped  how many exchanges pass before
+[[nodiscard]] inline std::vector<std::string> faulty_proxy(int controller_port,
+                                                           std::string const& fault,
+                                                           int skipped = 0,
+                                                           int port = 0) {
+    return {PYTHON_PATH, FAULTY_PROXY_PATH,    "--to",   std::to_string(controller_port),
+            "--port",    std::to_string(port), "--skip", std::to_string(skipped),
+            fault};
+}
+
 } // namespace test_support
