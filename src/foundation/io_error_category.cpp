@@ -1,6 +1,8 @@
 #include <tavi/ioapi/v2/io_errc.hpp>
 #include <tavi/ioapi/v2/io_error_category.hpp>
 
+#include "outcome.hpp"
+
 namespace tavi::ioapi::v2 {
 
 namespace {
@@ -22,18 +24,10 @@ char const* message_of(io_errc code) noexcept {
     return nullptr;
 }
 
-// Records outlive static objects: one that is printed by a late exit handler still asks its
-// category. A member of a union is not destroyed with it, so the table pointer stays that of the
-// derived class, and the constant initialisation makes it usable by initialisers of other modules.
-union immortal_category {
-    constexpr immortal_category() noexcept : category() {}
-    ~immortal_category() {} // defaulted, it would be deleted
-    io_error_generic_category category;
-};
-
-constinit immortal_category generic;
-
 } // namespace
+
+// Initialised before all code, so that initialisers of other modules can use it.
+constinit detail::immortal_category detail::generic_category;
 
 io_error_category::~io_error_category() = default;
 
@@ -49,7 +43,7 @@ utility::string io_error_generic_category::message(int code) const {
 }
 
 io_error_category const& generic_io_error_category() noexcept {
-    return generic.category;
+    return detail::generic_category.category;
 }
 
 } // namespace tavi::ioapi::v2

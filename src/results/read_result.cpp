@@ -1,15 +1,20 @@
 #include <tavi/ioapi/v2/read_result.hpp>
 
 #include "entries.hpp"
+#include "foundation/outcome.hpp"
 #include "foundation/range.hpp"
 
 #include <utility>
 
 namespace tavi::ioapi::v2 {
 
-void read_result::result_type::set(io_data_value value) {
+inline void read_result::result_type::take(io_data_value& value) {
     value_ = std::move(value);
-    error_.reset();
+    error_ = detail::outcome(io_errc::success);
+}
+
+void read_result::result_type::set(io_data_value value) {
+    take(value);
 }
 
 void read_result::result_type::set(io_error error) {
@@ -51,7 +56,7 @@ read_result::result_type const* read_result::find(plc_identifier const& identifi
 }
 
 void read_result::set(unsigned int index, io_data_value value) {
-    entries_[index].set(std::move(value));
+    entries_[index].take(value);
 }
 
 void read_result::set(unsigned int index, io_error error) {
@@ -59,7 +64,7 @@ void read_result::set(unsigned int index, io_error error) {
 }
 
 void read_result::set(plc_identifier const& identifier, io_data_value value) {
-    if (result_type* const entry = find(identifier)) entry->set(std::move(value));
+    if (result_type* const entry = find(identifier)) entry->take(value);
 }
 
 void read_result::set(plc_identifier const& identifier, io_error error) {

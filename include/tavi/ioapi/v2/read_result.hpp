@@ -52,7 +52,10 @@ public:
         TAVI_IOAPI_API void set(io_error error);
 
     private:
+        friend class read_result;
         friend struct detail::layout_of<result_type>;
+
+        void take(io_data_value& value);
 
         plc_identifier identifier_;
         io_data_value value_;
