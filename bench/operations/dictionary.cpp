@@ -13,7 +13,7 @@ namespace bench {
 
 namespace {
 
-constexpr int size = 64;
+constexpr int structure_count = 64;
 constexpr int gets = 1024;
 
 /// Readers share it.
@@ -44,19 +44,19 @@ private:
 template <class Dictionary>
 void add_dictionary_peer(char const* name) {
     auto const prepare = [] {
-        static Dictionary dictionary(size);
+        static Dictionary dictionary(structure_count);
         static std::atomic<int> threads = 0;
-        int const first = threads++ % 2 * (size / 2);
+        int const first = threads++ % 2 * (structure_count / 2);
         auto const run = [=] {
             for (int i = 0; i < gets; ++i) {
-                auto structure = dictionary.get(structure_id(first + i % (size / 2)));
+                auto structure = dictionary.get(structure_id(first + i % (structure_count / 2)));
                 DoNotOptimize(structure);
             }
         };
         return job{run, [=] {
                        return Dictionary::is_motor(dictionary.get(structure_id(first))) &&
-                              Dictionary::is_motor(dictionary.get(structure_id(size - 1))) &&
-                              !Dictionary::is_motor(dictionary.get(structure_id(size)));
+                              Dictionary::is_motor(dictionary.get(structure_id(structure_count - 1))) &&
+                              !Dictionary::is_motor(dictionary.get(structure_id(structure_count)));
                    }};
     };
     add("dictionary_get", name, gets, prepare)->Threads(1)->Threads(2)->UseRealTime();

@@ -79,11 +79,11 @@ void add_scalars() {
 
 // --- arrays
 
-constexpr std::size_t hundred_thousand = 100'000;
+constexpr std::size_t compared_elements = 100'000;
 
 template <class S>
 std::vector<S> numbers() {
-    std::vector<S> result(hundred_thousand);
+    std::vector<S> result(compared_elements);
     std::iota(result.begin(), result.end(), S(0));
     return result;
 }
@@ -92,7 +92,7 @@ std::vector<S> numbers() {
 template <class S, class Make, class Equal>
 void add_arrays(char const* operation, char const* name, Make make, Equal equal) {
     add(
-        operation, name, static_cast<int>(hundred_thousand),
+        operation, name, static_cast<int>(compared_elements),
         [=] {
             auto const left = shared(make(numbers<S>()));
             auto const right = shared(make(numbers<double>()));
@@ -106,7 +106,7 @@ void add_arrays(char const* operation, char const* name, Make make, Equal equal)
                            return equal(*left, *right) && !equal(*left, make(other));
                        }};
         },
-        hundred_thousand * (sizeof(S) + sizeof(double)));
+        compared_elements * (sizeof(S) + sizeof(double)));
 }
 
 /// The peers of both kinds of arrays.

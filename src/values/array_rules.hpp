@@ -4,8 +4,8 @@
 #include <tavi/ioapi/v2/io_value.hpp>
 
 #include "conversion_rules.hpp"
+#include "number_runs.hpp"
 
-#include <algorithm>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -42,43 +42,6 @@ struct rule<To, io_value> {
     }
 };
 
-// --- runs of numbers
-
-/// Whether the rule between two element kinds is tested over a block at once: no texts, no values.
-template <class To, class From>
-inline constexpr bool is_numeric_run = (number<To> || std::is_same_v<To, bool>)&&number<From>;
-
-/// The elements that are tested together, before one branch: they stay in the nearest cache.
-inline constexpr unsigned int block_size = 1024;
-
-template <class To, class From>
-[[nodiscard]] bool block_fits(From const* source, unsigned int count) noexcept {
-    using applied = rule<To, From>;
-    if constexpr (requires { applied::misfit(source[0]); }) {
-        From worst = 0; // as wide as the elements, or the loop would not take several at once
-        for (unsigned int i = 0; i < count; ++i) {
-            worst = applied::misfit(source[i]) != 0 ? From(1) : worst;
-        }
-        return worst == 0;
-    } else {
-        unsigned int misfits = 0;
-        for (unsigned int i = 0; i < count; ++i) misfits |= !applied::fits(source[i]);
-        return misfits == 0;
-    }
-}
-
-/// \param step  called with the start and the length of each block that fits
-template <class To, class From, class Step>
-[[nodiscard]] bool run_fits(From const* source, unsigned int count, Step step) noexcept {
-    for (unsigned int start = 0; start < count; start += block_size) {
-        unsigned int const length = std::min(block_size, count - start);
-        if (!block_fits<To>(source + start, length)) return false;
-        step(start, length);
-        if (count - start <= block_size) break; // the sum could leave the range
-    }
-    return true;
-}
-
 // --- arrays
 
 /// Element by element, in order; the first one that does not convert decides.
@@ -87,7 +50,7 @@ struct rule<utility::array<To>, utility::array<From>> {
     /// Whether every element fits. No allocation.
     static bool fits(utility::array<From> const& source) {
         if constexpr (is_numeric_run<To, From>) {
-            return run_fits<To>(source.data(), source.size(), [](unsigned int, unsigned int) {});
+            return run_fits<To>(source.data(), source.size());
         } else {
             for (unsigned int i = 0; i < source.size(); ++i) {
                 if (!rule<To, From>::fits(element_of(source, i))) return false;
@@ -99,8 +62,9 @@ struct rule<utility::array<To>, utility::array<From>> {
     static io_errc convert(utility::array<From> const& source, utility::array<To>& target) {
         if constexpr (is_numeric_run<To, From>) {
             bool fitted = true;
-            auto result = utility::array<To>::filled(
-                source.size(), [&](To* elements) { fitted = make_run(source, elements); });
+            auto result = utility::array<To>::filled(source.size(), [&](To* elements) {
+                fitted = convert_run(source.data(), elements, source.size());
+            });
             // All misfits of one kind have one code, so that it does not matter which comes first.
             if (!fitted) return rule<To, From>::failure;
             target = std::move(result);
@@ -113,18 +77,6 @@ struct rule<utility::array<To>, utility::array<From>> {
             target = std::move(result);
         }
         return io_errc::success;
-    }
-
-private:
-    /// \return whether all fit; where one does not, what lies behind it is not written
-    static bool make_run(utility::array<From> const& source, To* target) noexcept {
-        return run_fits<To>(source.data(), source.size(),
-                            [&](unsigned int start, unsigned int length) {
-                                From const* __restrict const from = source.data() + start;
-                                To* __restrict const to = target + start;
-                                for (unsigned int i = 0; i < length; ++i)
-                                    to[i] = rule<To, From>::make(from[i]);
-                            });
     }
 };
 

@@ -62,11 +62,28 @@ template <whole To, whole From>
 struct rule<To, From> {
     static constexpr io_errc failure = io_errc::value_too_large;
     static constexpr bool fits(From source) noexcept {
-        return std::in_range<number_t<To>>(static_cast<number_t<From>>(source));
+        return std::in_range<carrier>(static_cast<number_t<From>>(source));
+    }
+    static constexpr auto misfit(From source) noexcept {
+        using bits = std::make_unsigned_t<number_t<From>>;
+        constexpr bool keeps_sign = std::is_signed_v<carrier> == std::is_signed_v<number_t<From>>;
+        constexpr bool is_wider_signed = std::is_signed_v<carrier> && sizeof(To) > sizeof(From);
+        constexpr auto sign = static_cast<bits>(bits(~bits(0)) - (bits(~bits(0)) >> 1));
+        auto const number = static_cast<number_t<From>>(source);
+        auto const lost =
+            static_cast<bits>(number) ^ static_cast<bits>(static_cast<carrier>(number));
+        if constexpr (keeps_sign || is_wider_signed) {
+            return static_cast<bits>(lost);
+        } else {
+            return static_cast<bits>(lost | (static_cast<bits>(number) & sign));
+        }
     }
     static constexpr To make(From source) noexcept {
         return static_cast<To>(static_cast<number_t<From>>(source));
     }
+
+private:
+    using carrier = number_t<To>;
 };
 
 /// Integers convert to floating point where the target is trusted to hold them.
@@ -81,6 +98,18 @@ struct rule<To, From> {
             auto const value = static_cast<carrier>(source);
             return std::cmp_greater_equal(value, -integer_limit<To>) &&
                    std::cmp_less_equal(value, integer_limit<To>);
+        }
+    }
+    static constexpr auto misfit(From source) noexcept {
+        using bits = std::make_unsigned_t<number_t<From>>;
+        if constexpr (std::numeric_limits<number_t<From>>::digits <=
+                      std::numeric_limits<To>::digits) {
+            return bits(0);
+        } else {
+            auto const number = static_cast<bits>(source);
+            bool const is_negative = std::is_signed_v<number_t<From>> && source < 0;
+            bits const magnitude = is_negative ? static_cast<bits>(bits(0) - number) : number;
+            return static_cast<bits>(magnitude & ~static_cast<bits>(integer_limit<To>));
         }
     }
     static constexpr To make(From source) noexcept {
@@ -161,16 +190,10 @@ struct rule<To, utility::string> {
             target = To();
             return io_errc::success;
         }
-        return parse(source.begin(), source.end(), target) ? io_errc::success : failure;
-    }
-
-private:
-    static bool parse(char const* first, char const* last, To& target) noexcept {
-        if constexpr (whole<To>) {
-            return parse_integer(first, last, target);
-        } else {
-            return parse_real(first, last, target);
-        }
+        auto const parsed = parse<To>(source.begin(), source.end());
+        if (!parsed) return failure;
+        target = *parsed;
+        return io_errc::success;
     }
 };
 
@@ -192,8 +215,8 @@ template <>
 struct rule<bool, utility::string> : always_fits {
     static bool make(utility::string const& source) noexcept {
         if (source.empty()) return false;
-        double parsed = 0;
-        return !parse_real(source.begin(), source.end(), parsed) || parsed != 0;
+        auto const parsed = parse<double>(source.begin(), source.end());
+        return !parsed || *parsed != 0;
     }
 };
 

@@ -5,6 +5,7 @@
 #include <tavi/ioapi/v2/io_value.hpp>
 
 #include "array_rules.hpp"
+#include "foundation/outcome.hpp"
 
 /// \file
 /// The frame of every conversion to a type that is known at compile time.
@@ -15,21 +16,20 @@ namespace tavi::ioapi::v2::detail {
 /// \throws std::bad_alloc, std::bad_array_new_length, and `char const*` for a value without a
 /// legal alternative
 template <class T>
-io_errc convert_payload(io_value const& value, T& target) {
+[[gnu::always_inline]] inline io_errc convert_payload(io_value const& value, T& target) {
     return value.visit([&](auto const& payload) { return convert(payload, target); });
 }
 
 template <class T>
 T get_as(io_value const& value, io_error& error) {
-    error.reset();
     T target{};
-    io_errc outcome = io_errc::unhandled_exception;
+    io_errc code = io_errc::unhandled_exception;
     try {
-        outcome = convert_payload(value, target);
-        // Nothing to do in the handler: until a rule gives another, the outcome is the code for it.
+        code = convert_payload(value, target);
+        // Nothing to do in the handler: until a rule gives another, the code is the one for it.
     } catch (...) { // NOLINT(bugprone-empty-catch)
     }
-    if (outcome != io_errc::success) error = outcome;
+    error = outcome(code);
     return target;
 }
 

@@ -5,6 +5,7 @@
 
 #include "array_rules.hpp"
 
+#include <limits>
 #include <type_traits>
 
 /// \file
@@ -47,10 +48,47 @@ bool equals_converted(Own const& own, From const& source) {
 template <class Own, class From>
 bool equals_converted_array(utility::array<Own> const& own, utility::array<From> const& source) {
     if (own.size() != source.size()) return false;
-    for (unsigned int i = 0; i < own.size(); ++i) {
+    unsigned int first = 0; // numbers that differ may still be equal, once they are clamped
+    if constexpr (agreement_is_equality<Own, From>()) {
+        first = agreeing_elements(own.data(), source.data(), own.size());
+    }
+    for (unsigned int i = first; i < own.size(); ++i) {
         if (!equals_converted(element_of(own, i), element_of(source, i))) return false;
     }
     return true;
+}
+
+// --- numbers at first sight
+
+/// A number as a `double`, NaN for all that is no number or that a `double` is not trusted to hold.
+struct plain_number {
+    double value = std::numeric_limits<double>::quiet_NaN();
+    bool is_whole = false;
+    bool is_float = false;
+};
+
+inline plain_number plain(io_value const& value) noexcept {
+    return value.visit([]<class T>(T const& payload) -> plain_number {
+        if constexpr (!number<T>) {
+            return {};
+        } else if constexpr (real<T>) {
+            return {payload, false, std::is_same_v<T, float>};
+        } else {
+            using to_double = rule<double, T>;
+            return to_double::fits(payload) ? plain_number{to_double::make(payload), true, false}
+                                            : plain_number{};
+        }
+    });
+}
+
+/// Whether two numbers are equal by the rules because they agree; "no" says nothing. An integer
+/// that agrees with a `float` counts only where a `float` is trusted to hold it.
+inline bool agree_plainly(io_value const& a, io_value const& b) noexcept {
+    plain_number const left = plain(a);
+    plain_number const right = plain(b);
+    if (!(left.value == right.value)) return false;
+    bool const is_in_doubt = (left.is_float && right.is_whole) || (right.is_float && left.is_whole);
+    return !is_in_doubt || rule<float, long long>::fits(static_cast<long long>(left.value));
 }
 
 using values = utility::array<io_value>;
@@ -134,7 +172,8 @@ bool io_value::equals(io_value const& other) const {
 }
 
 bool io_value::operator==(io_value const& other) const {
-    return type_ == other.type_ ? equals_same_type(other) : detail::compare(*this, other).forth;
+    if (type_ == other.type_) return equals_same_type(other);
+    return detail::agree_plainly(*this, other) || detail::compare(*this, other).forth;
 }
 
 bool io_value::operator!=(io_value const& other) const {

@@ -38,43 +38,76 @@ io_value::io_value(char const* s, unsigned int n)
 
 io_value::io_value(char const* s) : io_value(s, detail::narrow_text_size(std::strlen(s))) {}
 
-io_value::io_value(io_value const& other) : type_(other.type_), index_(-1) {
-    copy_payload(other);
+// Copies the bytes of the payload, which is how all of them move, and leaves the empty value in
+// `other`.
+inline void io_value::take_payload(io_value& other) {
+    if (other.index_ < 0 || other.index_ >= detail::alternatives::size)
+        detail::raise_corrupt_index();
+    storage_ = other.storage_;
+    index_ = other.index_;
+    other.type_ = {};
+    other.storage_ = {};
+    other.index_ = 0;
 }
 
-io_value::io_value(io_value&& other) : type_(other.type_), index_(-1) {
+// A scalar is copied with all the rest, behind one branch.
+io_value::io_value(io_value const& other)
+    : type_(other.type_), storage_(other.storage_), index_(other.index_) {
+    if (owns_payload()) [[unlikely]] {
+        storage_ = {};
+        index_ = -1;
+        copy_owned(other);
+    }
+}
+
+io_value::io_value(io_value&& other) : type_(other.type_), storage_(other.storage_) {
     take_payload(other);
 }
 
 io_value& io_value::operator=(io_value const& other) {
-    assign(other);
-    return *this;
+    return assign(other);
 }
 
 io_value& io_value::operator=(io_value&& other) {
-    assign(std::move(other));
-    return *this;
+    return assign(std::move(other));
+}
+
+// The rare cases stand out of line, so that scalars pass without a stack frame.
+
+// Leaves the index at -1 and the storage zero. \return false, and then nothing has changed, where
+// `other` is held by the payload and would go with it
+[[gnu::noinline]] bool io_value::drop_payload_but(io_value const& other) {
+    if (holds_address(&other)) return false;
+    destroy_payload();
+    return true;
+}
+
+[[gnu::noinline]] io_value& io_value::assign_held(io_value const& other) {
+    return assign(io_value(other));
+}
+
+[[gnu::noinline]] io_value& io_value::assign_held(io_value&& other) {
+    return assign(io_value(std::move(other)));
 }
 
 io_value& io_value::assign(io_value const& other) {
     if (this == &other) return *this;
-    if (holds_address(&other)) {
-        io_value copy(other); // it would go with the old payload
-        return assign(std::move(copy));
+    if (owns_payload() && !drop_payload_but(other)) return assign_held(other);
+    storage_ = other.storage_; // all of it was zero before the scalar came
+    index_ = other.index_;
+    if (owns_payload()) {
+        storage_ = {};
+        index_ = -1;
+        copy_owned(other);
     }
-    drop_payload();
-    copy_payload(other);
     type_ = other.type_;
     return *this;
 }
 
 io_value& io_value::assign(io_value&& other) {
     if (this == &other) return *this;
-    if (holds_address(&other)) {
-        io_value taken(std::move(other)); // it would go with the old payload
-        return assign(std::move(taken));
-    }
-    drop_payload();
+    if (owns_payload() && !drop_payload_but(other)) return assign_held(std::move(other));
+    index_ = -1;
     auto const type = other.type_;
     take_payload(other);
     type_ = type;
@@ -89,36 +122,16 @@ unsigned int io_value::p_basic_type() const noexcept {
     return type_.type_code();
 }
 
-void io_value::drop_payload() {
-    if (owns_payload()) {
-        destroy_payload();
-    } else {
-        index_ = -1;
-    }
-}
-
-// Here the index is -1: it is stored last, so that a failure leaves no payload behind.
-void io_value::copy_payload(io_value const& other) {
-    if (!other.owns_payload()) {
-        storage_ = other.storage_; // all of it was zero before the scalar came
-    } else {
-        detail::visit_index(other.index_, [&](auto index) {
-            using T = detail::alternative_at<decltype(index)::value>;
-            if constexpr (std::is_class_v<T>) {
-                ::new (static_cast<void*>(storage_.bytes)) T(other.stored<T>());
-            }
-        });
-    }
+// Here the index is -1 and the storage zero. The index is stored last, so that a failure leaves no
+// payload behind.
+void io_value::copy_owned(io_value const& other) {
+    detail::visit_index(other.index_, [&](auto index) {
+        using T = detail::alternative_at<decltype(index)::value>;
+        if constexpr (std::is_class_v<T>) {
+            ::new (static_cast<void*>(storage_.bytes)) T(other.stored<T>());
+        }
+    });
     index_ = other.index_;
-}
-
-// Here the index is -1. Leaves the empty value in `other`.
-void io_value::take_payload(io_value& other) {
-    if (other.index_ < 0 || other.index_ >= detail::alternatives::size)
-        detail::raise_corrupt_index();
-    storage_ = std::exchange(other.storage_, {});
-    index_ = std::exchange(other.index_, 0);
-    other.type_ = {};
 }
 
 } // namespace tavi::ioapi::v2

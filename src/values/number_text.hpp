@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -12,26 +13,17 @@
 
 namespace tavi::ioapi::v2::detail {
 
-/// Parse decimal digits, behind a `-` for signed types, with nothing before or after them.
-/// \return whether `[first, last)` is a number that `T` holds; `target` is written only then
-template <whole T>
-[[nodiscard]] bool parse_integer(char const* first, char const* last, T& target) noexcept {
+/// Parse a number, with nothing before or after it: for an integer decimal digits, behind a `-` for
+/// signed types; for floating point what `std::from_chars` takes in fixed or scientific form.
+/// Out of line, since what a parser needs of registers and stack would burden the conversions
+/// between numbers beside it.
+/// \return the number, or nothing where `[first, last)` is none that `T` holds
+template <number T>
+[[nodiscard, gnu::noinline]] std::optional<T> parse(char const* first, char const* last) noexcept {
     number_t<T> parsed = 0;
-    auto const [end, failure] = std::from_chars(first, last, parsed, 10);
-    if (failure != std::errc() || end != last) return false;
-    target = static_cast<T>(parsed);
-    return true;
-}
-
-/// Parse what `std::from_chars` takes for a number in fixed or scientific form.
-/// \return whether `[first, last)` is a number in the range of `T`; `target` is written only then
-template <real T>
-[[nodiscard]] bool parse_real(char const* first, char const* last, T& target) noexcept {
-    T parsed = 0;
-    auto const [end, failure] = std::from_chars(first, last, parsed, std::chars_format::general);
-    if (failure != std::errc() || end != last) return false;
-    target = parsed;
-    return true;
+    auto const [end, failure] = std::from_chars(first, last, parsed);
+    if (failure != std::errc() || end != last) return std::nullopt;
+    return static_cast<T>(parsed);
 }
 
 /// The texts of the two truth values; on the way back they are texts like any other.

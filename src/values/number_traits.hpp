@@ -54,10 +54,12 @@ template <real T>
     return magnitude <= limit ? fraction : T(1);
 }
 
-/// Whether `value` is whole and within the limit of its type.
+/// Whether `value` is whole and within the limit of its type: the same for one number.
 template <real T>
 [[nodiscard]] constexpr bool holds_integer(T value) noexcept {
-    return integer_misfit(value) == 0;
+    constexpr T limit = static_cast<T>(integer_limit<T>);
+    return value >= -limit && value <= limit &&
+           static_cast<T>(static_cast<long long>(value)) == value;
 }
 
 } // namespace tavi::ioapi::v2::detail

@@ -1,19 +1,19 @@
-#include <tavi/ioapi/v2/io_error.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 
 #include "declared_targets.hpp"
+#include "foundation/outcome.hpp"
 
 #include <type_traits>
 
 namespace tavi::ioapi::v2 {
 
 io_value io_value::to_variant(io_data_type const& type, io_error& error) const {
-    error.reset();
+    error = detail::outcome(io_errc::success);
     if (type == type_) return *this;
     if (type.type_code() == 0) return io_value();
     int const target = detail::target_index(type.type_code());
     if (target == detail::no_target) {
-        error = io_errc::incompatible_type;
+        error = detail::outcome(io_errc::incompatible_type);
         return io_value();
     }
     // Intended: after a failure the result is the default of the target's type, not the empty

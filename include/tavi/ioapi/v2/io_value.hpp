@@ -171,7 +171,7 @@ public:
     /// another module has stored; the elements of an `array<bool>` are given as they stand.
     /// \throws char const*  for a value without a legal alternative
     template <class Function>
-    auto visit(Function&& function) const -> decltype(function(nullptr)) {
+    [[gnu::always_inline]] auto visit(Function&& function) const -> decltype(function(nullptr)) {
         using result = decltype(function(nullptr));
         return detail::visit_index(index_, [&](auto index) -> result {
             using T = detail::alternative_at<decltype(index)::value>;
@@ -353,8 +353,10 @@ private:
         storage_ = {};
     }
 
-    void drop_payload();
-    void copy_payload(io_value const& other);
+    bool drop_payload_but(io_value const& other);
+    io_value& assign_held(io_value const& other);
+    io_value& assign_held(io_value&& other);
+    void copy_owned(io_value const& other);
     void take_payload(io_value& other);
 
     io_data_type type_;

@@ -38,11 +38,7 @@ public:
     /// \param data  may be null where `size` is 0
     /// \throws std::bad_alloc when memory is exhausted or `size` is 4294967295
     string(char const* data, unsigned int size)
-        : size_(detail::narrow_text_size(size)),
-          data_(static_cast<char*>(detail::allocate_block(size + 1))) {
-        if (size != 0) std::memcpy(data_, data, size);
-        data_[size] = '\0';
-    }
+        : size_(detail::narrow_text_size(size)), data_(copy_of(data, size)) {}
 
     /// Copy a text terminated by a zero byte. \param text  not null
     /// \throws std::bad_alloc when memory is exhausted or the text is too long to be stated in 32
@@ -55,7 +51,8 @@ public:
     string(std::nullptr_t) = delete;
 
     /// A copy; that of an empty text has no block. \throws std::bad_alloc
-    string(string const& other) : string() { *this = other; }
+    string(string const& other)
+        : size_(other.size_), data_(size_ != 0 ? copy_of(other.data_, size_) : nullptr) {}
 
     /// Takes the block and leaves the empty text.
     string(string&& other) noexcept
@@ -130,7 +127,16 @@ public:
 private:
     friend struct detail::layout_of<string>;
 
-    void release() noexcept { detail::release_block(data_, size_ + 1); }
+    static char* copy_of(char const* data, unsigned int size) {
+        auto* const block = static_cast<char*>(detail::allocate_block(size + 1));
+        if (size != 0) std::memcpy(block, data, size);
+        block[size] = '\0';
+        return block;
+    }
+
+    void release() noexcept {
+        if (data_ != nullptr) detail::release_block(data_, size_ + 1);
+    }
 
     [[maybe_unused]] detail::iokern_allocator allocator_;
     unsigned int size_ = 0;
