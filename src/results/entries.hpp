@@ -3,8 +3,10 @@
 #include <tavi/ioapi/v2/plc_identifier.hpp>
 #include <tavi/ioapi/v2/utility/array.hpp>
 #include <tavi/ioapi/v2/utility/data_view.hpp>
+#include <tavi/ioapi/v2/utility/text_comparison.hpp>
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 /// \file
@@ -43,9 +45,16 @@ void resize_entries(utility::array<Entry>& entries, unsigned int size) {
 /// \return the first entry for `identifier`, or null. For const and non-const entries.
 template <class Entry>
 Entry* find_entry(Entry* first, Entry* last, plc_identifier const& identifier) noexcept {
-    Entry* const found = std::find_if(
-        first, last, [&](auto const& entry) { return entry.identifier() == identifier; });
-    return found != last ? found : nullptr;
+    std::string_view const text = identifier.primary().text();
+    bool const is_long = text.size() >= word_size;
+    unsigned long long const end = is_long ? last_word(text) : 0;
+    for (; first != last; ++first) {
+        // Nearly all are refused here, by what stays in registers.
+        std::string_view const other = first->identifier().primary().text();
+        if (other.size() != text.size() || (is_long && last_word(other) != end)) continue;
+        if (first->identifier() == identifier) return first;
+    }
+    return nullptr;
 }
 
 } // namespace tavi::ioapi::v2::detail

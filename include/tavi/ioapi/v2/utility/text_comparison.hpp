@@ -3,6 +3,7 @@
 #include "../api.hpp"
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 #include <type_traits>
 
@@ -34,6 +35,28 @@ using if_comparable_texts =
                          std::is_convertible_v<Right const&, std::string_view>,
                      bool>;
 
+/// The size of what `last_word` reads.
+inline constexpr std::size_t word_size = sizeof(unsigned long long);
+
+/// \return the last bytes of a text of at least `word_size`.
+[[nodiscard]] inline unsigned long long last_word(std::string_view text) noexcept {
+    unsigned long long word = 0;
+    std::memcpy(&word, text.data() + (text.size() - word_size), word_size);
+    return word;
+}
+
+/// Whether two texts are the same. After the sizes their last words are compared: the names of a
+/// controller begin alike and differ at their ends.
+[[nodiscard]] inline bool same_text(std::string_view left, std::string_view right) noexcept {
+    if (left.size() != right.size()) return false;
+    std::size_t first_bytes = left.size();
+    if (first_bytes >= word_size) {
+        if (last_word(left) != last_word(right)) return false;
+        first_bytes -= word_size;
+    }
+    return first_bytes == 0 || std::memcmp(left.data(), right.data(), first_bytes) == 0;
+}
+
 /// Below 0, 0 or above 0, as `std::string_view::compare`.
 template <class Left, class Right>
 int compare_texts(Left const& left, Right const& right) noexcept {
@@ -51,12 +74,12 @@ namespace tavi::ioapi::v2::utility {
 /// Whether the bytes are the same.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
 [[nodiscard]] bool operator==(Left const& left, Right const& right) noexcept {
-    return static_cast<std::string_view>(left) == static_cast<std::string_view>(right);
+    return detail::same_text(left, right);
 }
 /// Whether they are not.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
 [[nodiscard]] bool operator!=(Left const& left, Right const& right) noexcept {
-    return static_cast<std::string_view>(left) != static_cast<std::string_view>(right);
+    return !detail::same_text(left, right);
 }
 /// Whether the left one is the lesser.
 template <class Left, class Right, detail::if_comparable_texts<Left, Right> = true>
