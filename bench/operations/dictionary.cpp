@@ -55,7 +55,8 @@ void add_dictionary_peer(char const* name) {
         };
         return job{run, [=] {
                        return Dictionary::is_motor(dictionary.get(structure_id(first))) &&
-                              Dictionary::is_motor(dictionary.get(structure_id(structure_count - 1))) &&
+                              Dictionary::is_motor(
+                                  dictionary.get(structure_id(structure_count - 1))) &&
                               !Dictionary::is_motor(dictionary.get(structure_id(structure_count)));
                    }};
     };

@@ -34,7 +34,8 @@ compared. Ratios carry over to other machines, nanoseconds do not.
 
 - `limit` is the least code by hand that could do the job, in line; `limit[gateway]` the same with
   its block from the library's memory gateway, which the library cannot do without; `limit[avx2]`
-  the same for processors with AVX2, where the library, like every package for amd64, has SSE2.
+  the same for processors with AVX2, whose vectors the library
+  uses where they are; its instructions are counted without them.
 - `floor` is the least that a call into a shared object can do with a value of 56 bytes: copy it
   behind one branch, or reset the error and switch on what is stored.
 - A note in brackets tells what is peculiar to a peer. One that begins with `less:` tells what it
