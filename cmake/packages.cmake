@@ -1,5 +1,5 @@
-# Debian packages: libiokern, libiokern-dev, libiokern-dbgsym with the debug symbols, and libiokern-tools
-# where the examples are built. The presets set what differs between architectures.
+# Debian packages: libiokern, libiokern-dev, libiokern-dbgsym with the debug symbols, and
+# libiokern-tools where the examples are built. The presets set what differs between architectures.
 set(debian_dir ${PROJECT_SOURCE_DIR}/packaging)
 
 file(STRINGS ${debian_dir}/changelog newest LIMIT_COUNT 1)

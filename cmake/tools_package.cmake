@@ -1,5 +1,5 @@
-# What stands in libiokern-tools: the example host and its backends where it looks for them, and a manual
-# page made from its help.
+# What stands in libiokern-tools: the example host, its backends where it looks for them, and a
+# manual page made from its help.
 set(programs iohost linux_backend modbus_backend)
 install(TARGETS iohost
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools EXCLUDE_FROM_ALL)

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Lets apt install the packages from a repository, as it does for their users. Its whole state lies in a
-# folder: what this machine has installed is known, and stays as it is.
-# Usage: apt.sh resolve PACKAGES WORK  what apt would install, on a fresh Debian where its archive is in
-#                                      reach; and that it refuses packages that cannot be had
-#        apt.sh install PACKAGES WORK  installs those for this machine into WORK/root
-#        apt.sh remove PACKAGES WORK   removes them again and sees that nothing is left
+# Lets apt install the packages from a repository, as it does for their users. Its whole state lies
+# in a folder: what this machine has installed is known, and stays as it is.
+# Usage: apt.sh COMMAND PACKAGES WORK, where COMMAND is
+#   resolve  what apt would install, also on a fresh Debian where its archive is in reach, and that it
+#            refuses packages that need what cannot be had
+#   install  installs those for this machine into WORK/root
+#   remove   removes them again and sees that nothing is left
 set -euo pipefail
 
 command=$1
@@ -19,8 +20,8 @@ base="gcc-12-base libc6 libgcc-s1 libstdc++6"
 debian_keys=/usr/share/keyrings/debian-archive-keyring.gpg
 
 # set_up NAME STATUS ARCHITECTURE...: an apt of its own in WORK/NAME, for machines with these
-# architectures, the first of which is their own, and with the packages that the file STATUS names. Nothing
-# is read from /etc but how to reach the net.
+# architectures, the first of which is their own, and with the packages that the file STATUS names.
+# Nothing is read from /etc but how to reach the net.
 set_up() {
   local own=$work/$1 status=$2 architecture
   shift 2

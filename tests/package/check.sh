@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Holds the Debian packages to what their users do with them: lets apt resolve and install them, those
-# of armhf beside, into a folder where no other trace of this tree is, and builds, tests and runs
-# against that.
+# Holds the Debian packages to what their users do with them: lets apt resolve and install them,
+# those of armhf beside, into a folder where no other trace of this tree is, and builds, tests and
+# runs against that.
 # Usage: check.sh PACKAGES BUILD WORK: the folder of the packages, the build of the library for this
 # machine, and a folder that is made anew
 set -euo pipefail
@@ -21,8 +21,8 @@ log=$work/log
 # shellcheck source=tests/package/support.sh
 . "$tests/support.sh"
 
-# unpack_armhf: beside those of this machine, which apt has installed. There is nothing else for armhf, so
-# that dpkg is told not to ask for it. It refuses packages that differ in a file which both bring.
+# Beside those of this machine, which apt has installed. There is nothing else for armhf, so that dpkg
+# is told not to ask for it. It refuses packages that differ in a file which both bring.
 unpack_armhf() {
   quiet dpkg --root="$root" --add-architecture armhf
   quiet dpkg --root="$root" --force-depends --force-not-root --force-bad-path \
@@ -76,9 +76,9 @@ check_pkg_config() {
   expect_output env LD_LIBRARY_PATH="$libdir" "$work/$2"
 }
 
-# check_auto_load GDB TRIPLET PROGRAM ARGUMENT...: gdb shows values as text once it has loaded the library,
-# by what the packages install. It looks for that below a folder, under the whole path of the library;
-# where the packages put it seen from /, ours stands seen from the root.
+# check_auto_load GDB TRIPLET PROGRAM ARGUMENT...: gdb has the printers once it has loaded the
+# library, by what the packages install. Below a folder of scripts it looks under the whole path of
+# the library, and here that begins with the path of the root.
 check_auto_load() {
   local gdb=$1 script=$root/usr/share/gdb/auto-load/usr/lib/$2/libiokern.so-gdb.py
   local scripts=$work/auto-load program=$3
@@ -117,8 +117,7 @@ take_commands() {
     fail "the tutorial does not build, check and build for armhf"
 }
 
-# follow_tutorial NAME NUMBER: one block of commands on the copy of that name, by a reader who has installed
-# the packages to /usr.
+# follow_tutorial NAME NUMBER: one block of commands, on the copy of that name.
 follow_tutorial() {
   (cd "$work/$1/starter" && CXXFLAGS="$strict -Wno-psabi" CMAKE_PREFIX_PATH=$root/usr \
     PATH=$root/usr/bin:$PATH LD_LIBRARY_PATH=$root/usr/lib/x86_64-linux-gnu \
@@ -143,7 +142,7 @@ check_starter() {
     expect_tested
     [[ -e $work/make/starter/build/Makefile ]] || fail "the starter is not built with Make"
     follow_tutorial make 2
-    grep -qE '^[1-9][0-9]* ok, 0 FAILED' "$log" || fail "iohost checks nothing"
+    grep -qE 'rules: [1-9][0-9]* ok, 0 FAILED' "$log" || fail "iohost checks nothing"
     follow_tutorial make 3
     expect_tested
     "arm-linux-gnueabihf-readelf" --file-header "$work/make/starter/build-armhf/sensor_backend.so" |
