@@ -2,8 +2,8 @@
 # Lets apt install the packages from a repository, as it does for their users. Its whole state lies
 # in a folder: what this machine has installed is known, and stays as it is.
 # Usage: apt.sh COMMAND PACKAGES WORK, where COMMAND is
-#   resolve  what apt would install, also on a fresh Debian where its archive is in reach, and that it
-#            refuses packages that need what cannot be had
+#   resolve  what apt would install, also on a fresh Debian where its archive is in reach, and that
+#            it refuses packages that need what cannot be had
 #   install  installs those for this machine into WORK/root
 #   remove   removes them again and sees that nothing is left
 set -euo pipefail
@@ -89,7 +89,7 @@ update() {
   on "$name" timeout 120 apt-get -q update --error-on=any >"$work/log" 2>&1
 }
 
-# expect_installed NAME REQUEST PACKAGE...: what apt would install for the request, and nothing else.
+# expect_installed NAME REQUEST PACKAGE...: what apt would install for it, and nothing else.
 expect_installed() {
   local name=$1 request=$2 seen
   shift 2
@@ -130,18 +130,17 @@ resolve_on_fresh_debian() {
   set_up fresh "$work/nothing_installed" amd64 armhf
   if ! update fresh "deb [trusted=yes] file:$repository ./" \
     "deb [arch=amd64,armhf$signed] $archive bookworm main"; then
-    echo "package: NOT DONE, $archive is out of reach: dependencies on Debian 12, and those of armhf"
+    echo "package: NOT DONE, for want of $archive: dependencies on a fresh Debian, and on armhf"
     return
   fi
   # shellcheck disable=SC2086 # lists
   {
     foreign=$(printf '%s:armhf ' $base libiokern libiokern-dev)
-    expect_installed fresh libiokern $base libiokern
     expect_installed fresh libiokern-dev $base libiokern libiokern-dev
-    expect_installed fresh libiokern-dbgsym $base libiokern libiokern-dbgsym
-    expect_installed fresh libiokern-tools $base libelf1 libmodbus5 zlib1g libiokern libiokern-tools
-    expect_installed fresh libiokern-dev:armhf $foreign
-    expect_installed fresh "libiokern-dev libiokern-dev:armhf" $base libiokern libiokern-dev $foreign
+    expect_installed fresh "libiokern-tools libiokern-dbgsym" $base libelf1 libmodbus5 zlib1g \
+      libiokern libiokern-dbgsym libiokern-tools
+    expect_installed fresh "libiokern-dev libiokern-dev:armhf" $base libiokern libiokern-dev \
+      $foreign
   }
   sed -i -e '/^APT::Arch/d' "$work/fresh/apt.conf"
   printf 'APT::Architecture "armhf";\nAPT::Architectures { "armhf"; };\n' >>"$work/fresh/apt.conf"
@@ -173,8 +172,8 @@ refuse_broken() {
   rm -rf "$broken" "$work/broken_tree"
 }
 
-# The data base knows what this machine has, so that apt and dpkg find what is needed; no script of
-# these packages would run here, since there is none in them.
+# The data base knows what this machine has, so that apt and dpkg find what is needed. A folder is
+# no place for scripts to run in, and the packages have none.
 install_packages() {
   installed_here "$root/var/lib/dpkg/status"
   mkdir -p "$root"/var/lib/dpkg/{info,updates,triggers}

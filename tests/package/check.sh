@@ -21,8 +21,8 @@ log=$work/log
 # shellcheck source=tests/package/support.sh
 . "$tests/support.sh"
 
-# Beside those of this machine, which apt has installed. There is nothing else for armhf, so that dpkg
-# is told not to ask for it. It refuses packages that differ in a file which both bring.
+# Beside those of this machine, which apt has installed. There is nothing else for armhf, so that
+# dpkg is told not to ask for it. It refuses packages that differ in a file which both bring.
 unpack_armhf() {
   quiet dpkg --root="$root" --add-architecture armhf
   quiet dpkg --root="$root" --force-depends --force-not-root --force-bad-path \
