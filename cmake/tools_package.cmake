@@ -22,8 +22,9 @@ find_program(TAVI_IOAPI_HELP2MAN help2man)
 mark_as_advanced(TAVI_IOAPI_HELP2MAN)
 add_custom_command(OUTPUT ${manual}.gz
   COMMAND ${PROJECT_SOURCE_DIR}/tools/make_manual.sh
-    "${TAVI_IOAPI_HELP2MAN}" $<TARGET_FILE:iohost> ${PROJECT_VERSION} ${manual}
-  DEPENDS iohost ${PROJECT_SOURCE_DIR}/tools/make_manual.sh
+    "${TAVI_IOAPI_HELP2MAN}" $<TARGET_FILE:iohost> ${PROJECT_VERSION}
+    ${debian_dir}/changelog ${manual}
+  DEPENDS iohost ${PROJECT_SOURCE_DIR}/tools/make_manual.sh ${debian_dir}/changelog
   VERBATIM)
 add_custom_target(iohost_manual DEPENDS ${manual}.gz)
 install(FILES ${manual}.gz
