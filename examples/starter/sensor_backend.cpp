@@ -166,7 +166,8 @@ private:
         if (!is_text || !variable.secondary().is_none()) return false;
         // Nothing leads out of the folder.
         auto const name = static_cast<std::string_view>(variable.primary().text());
-        bool const is_path = name.find_first_of(std::string_view("/\0", 2)) != name.npos;
+        bool const is_path =
+            name.find_first_of(std::string_view("/\0", 2)) != std::string_view::npos;
         std::error_code error;
         return !name.empty() && !is_path && fs::is_regular_file(folder_ / name, error);
     }

@@ -21,7 +21,8 @@ debian_keys=/usr/share/keyrings/debian-archive-keyring.gpg
 
 # set_up NAME STATUS ARCHITECTURE...: an apt of its own in WORK/NAME, for machines with these
 # architectures, the first of which is their own, and with the packages that the file STATUS names.
-# Nothing is read from /etc but how to reach the net.
+# Nothing is read from /etc but how to reach the net, and what dpkg leaves out on images without
+# documentation is put back.
 set_up() {
   local own=$work/$1 status=$2 architecture
   shift 2
@@ -45,7 +46,8 @@ Acquire::Languages "none";
 Acquire::Retries "1";
 Acquire::http::Timeout "20";
 DPkg::Use-Pty "false";
-DPkg::Options { "--root=$root"; "--force-not-root"; "--force-bad-path"; "--log=/dev/null"; };
+DPkg::Options { "--root=$root"; "--force-not-root"; "--force-bad-path"; "--log=/dev/null";
+  "--path-include=/usr/*"; };
 END
     for architecture; do echo "APT::Architectures:: \"$architecture\";"; done
   } >"$own/apt.conf"

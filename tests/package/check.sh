@@ -26,7 +26,7 @@ log=$work/log
 unpack_armhf() {
   quiet dpkg --root="$root" --add-architecture armhf
   quiet dpkg --root="$root" --force-depends --force-not-root --force-bad-path \
-    --log=/dev/null --unpack "$packages"/*_armhf.deb
+    --log=/dev/null --path-include='/usr/*' --unpack "$packages"/*_armhf.deb
   # One that may not stand beside its like of another architecture is replaced instead.
   expect "packages side by side" 7 \
     "$(grep -A1 '^Package: libiokern' "$root/var/lib/dpkg/status" |
