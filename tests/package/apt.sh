@@ -205,6 +205,7 @@ fi
 case $command in
   resolve)
     resolve_on_fresh_debian
+    rm -rf "$work/fresh" # the lists of Debian are large
     resolve_here
     refuse_broken
     ;;

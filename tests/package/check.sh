@@ -17,6 +17,9 @@ work=$(realpath "$3")
 root=$work/root
 strict="-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror"
 export CMAKE_GENERATOR=Ninja
+# Make, too, is to use all processors.
+CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
+export CMAKE_BUILD_PARALLEL_LEVEL
 log=$work/log
 # shellcheck source=tests/package/support.sh
 . "$tests/support.sh"
@@ -54,7 +57,7 @@ build_project() {
   shift 2
   quiet cmake -S "$source" -B "$work/$name" -DCMAKE_CXX_FLAGS="$strict" \
     -DCMAKE_CXX_EXTENSIONS=OFF "$@"
-  quiet cmake --build "$work/$name" --parallel "$(nproc)"
+  quiet cmake --build "$work/$name"
 }
 
 # expect_output PROGRAM...: what the consumer prints wherever it runs.
