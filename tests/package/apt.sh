@@ -88,7 +88,7 @@ update() {
   local name=$1
   shift
   printf '%s\n' "$@" >"$work/$name/sources.list"
-  on "$name" timeout 120 apt-get -q update --error-on=any >"$work/log" 2>&1
+  on "$name" timeout 300 apt-get -q update --error-on=any >"$work/log" 2>&1
 }
 
 # expect_installed NAME REQUEST PACKAGE...: what apt would install for it, and nothing else.
@@ -132,7 +132,8 @@ resolve_on_fresh_debian() {
   set_up fresh "$work/nothing_installed" amd64 armhf
   if ! update fresh "deb [trusted=yes] file:$repository ./" \
     "deb [arch=amd64,armhf$signed] $archive bookworm main"; then
-    echo "package: NOT DONE, for want of $archive: dependencies on a fresh Debian, and on armhf"
+    echo "package: NOT DONE, for want of $archive: dependencies on a fresh Debian, and on armhf;" \
+      "apt says: $(grep '^[EW]:' "$work/log" | tail -n1 || true)"
     return
   fi
   # shellcheck disable=SC2086 # lists
