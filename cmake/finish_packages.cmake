@@ -6,9 +6,11 @@ foreach(package IN LISTS CPACK_PACKAGE_FILES)
   file(REMOVE_RECURSE ${tree})
   execute_process(COMMAND ${DPKG_DEB} --raw-extract ${package} ${tree} COMMAND_ERROR_IS_FATAL ANY)
 
-  # One machine may hold the packages of several architectures.
+  # One machine may hold the packages of several architectures, but programs only once.
   file(READ ${tree}/DEBIAN/control control)
-  string(PREPEND control "Multi-Arch: same\n")
+  if(NOT EXISTS ${tree}/usr/bin)
+    string(PREPEND control "Multi-Arch: same\n")
+  endif()
   # Debug symbols are a package as any other.
   string(REGEX REPLACE "\nPackage-Type: [^\n]*" "" control "${control}")
   file(WRITE ${tree}/DEBIAN/control "${control}")

@@ -37,3 +37,17 @@ install(FILES ${PROJECT_SOURCE_DIR}/debugger/libiokern.so-gdb.py
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/debugger/iokern_printers
   DESTINATION ${printers_dir} COMPONENT development
   FILES_MATCHING PATTERN *.py PATTERN __pycache__ EXCLUDE)
+
+# The guides, and examples to begin with, which stand for themselves wherever they are copied to.
+set(documents_dir ${CMAKE_INSTALL_DATADIR}/doc/libiokern-dev)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/
+  DESTINATION ${documents_dir} COMPONENT development
+  FILES_MATCHING PATTERN *.md PATTERN *.svg)
+install(FILES ${PROJECT_SOURCE_DIR}/examples/backend_module.hpp
+  DESTINATION ${documents_dir}/examples COMPONENT development)
+install(DIRECTORY
+  ${PROJECT_SOURCE_DIR}/examples/first ${PROJECT_SOURCE_DIR}/examples/starter
+  DESTINATION ${documents_dir}/examples COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/backend_support
+  DESTINATION ${documents_dir}/examples COMPONENT development
+  FILES_MATCHING PATTERN *.hpp PATTERN *.cpp)

@@ -1,5 +1,5 @@
-# Debian packages: libiokern, libiokern-dev, and libiokern-dbgsym with the debug symbols. The presets set
-# what differs between architectures.
+# Debian packages: libiokern, libiokern-dev, libiokern-dbgsym with the debug symbols, and
+# libiokern-tools where the examples are built. The presets set what differs between architectures.
 set(debian_dir ${PROJECT_SOURCE_DIR}/packaging)
 
 file(STRINGS ${debian_dir}/changelog newest LIMIT_COUNT 1)
@@ -24,18 +24,28 @@ execute_process(
   COMMAND ${TAVI_IOAPI_GZIP} -9 -n -c ${debian_dir}/changelog
   OUTPUT_FILE ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
   COMMAND_ERROR_IS_FATAL ANY)
+# All that "cpack" takes.
+add_custom_target(packaged DEPENDS iokern)
+set(components runtime development)
 set(runtime_package libiokern)
 set(development_package libiokern-dev)
-foreach(component IN ITEMS runtime development)
+set(tools_package libiokern-tools)
+if(TARGET iohost)
+  list(APPEND components tools)
+  include(${CMAKE_CURRENT_LIST_DIR}/tools_package.cmake)
+endif()
+foreach(component IN LISTS components)
   set(package ${${component}_package})
   install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/copyright
     ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package}
     COMPONENT ${component} EXCLUDE_FROM_ALL)
-  install(FILES ${debian_dir}/${package}.lintian-overrides
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME ${package}
-    COMPONENT ${component} EXCLUDE_FROM_ALL)
+  if(EXISTS ${debian_dir}/${package}.lintian-overrides)
+    install(FILES ${debian_dir}/${package}.lintian-overrides
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME ${package}
+      COMPONENT ${component} EXCLUDE_FROM_ALL)
+  endif()
 endforeach()
 
 set(CPACK_GENERATOR DEB)
@@ -46,7 +56,7 @@ set(CPACK_PACKAGE_CONTACT "the iokern authors <iokern@example.org>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
-set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_COMPONENTS_ALL ${components})
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SOURCE iokern)
@@ -77,9 +87,28 @@ is what host and backend share: values with checked conversions, structures,
 identifiers, results, configuration and errors.
 .
 This package holds what it takes to build hosts and backends: the headers,
-the CMake package, the description for pkg-config and the printers for gdb.")
+the CMake package, the description for pkg-config, the printers for gdb, the
+guides, and a backend to begin with.")
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
+
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME ${tools_package})
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+# Of our own library the tools take the very version that they are packaged with.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
+set(CPACK_COMPONENT_TOOLS_DEPENDS runtime)
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION
+"Data model that hosts and backends of controllers share, a host to try
+A host talks to programmable controllers through backends: modules that are
+built on their own, each for one family of controllers. The library libiokern
+is what host and backend share: values with checked conversions, structures,
+identifiers, results, configuration and errors.
+.
+This package holds iohost, a host for the command line that browses, reads,
+writes and watches variables and sees whether a backend keeps the rules; a
+backend for controllers that speak Modbus TCP; and one for the data of the
+machine that it runs on.")
 
 set(CPACK_READELF_EXECUTABLE ${CMAKE_READELF})
 set(CPACK_OBJCOPY_EXECUTABLE ${CMAKE_OBJCOPY})
