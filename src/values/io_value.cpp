@@ -65,11 +65,13 @@ io_value::io_value(io_value&& other) : type_(other.type_), storage_(other.storag
 }
 
 io_value& io_value::operator=(io_value const& other) {
-    return assign(other);
+    assign(other);
+    return *this;
 }
 
 io_value& io_value::operator=(io_value&& other) {
-    return assign(std::move(other));
+    assign(std::move(other));
+    return *this;
 }
 
 // The rare cases stand out of line, so that scalars pass without a stack frame.

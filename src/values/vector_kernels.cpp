@@ -121,6 +121,10 @@ TAVI_IOAPI_WIDE_VECTORS bool agree_wide(int const* a,
     return _mm256_movemask_pd(differ) == 0;
 }
 
+bool processor_has_wide_vectors() noexcept {
+    return CPU_FEATURE_ACTIVE(AVX2);
+}
+
 constexpr unsigned int whole_steps(unsigned int count) noexcept {
     return count - count % 4;
 }
@@ -134,6 +138,10 @@ bool agree(T const* a, double const* b, unsigned int count) noexcept {
 
 #else
 
+constexpr bool processor_has_wide_vectors() noexcept {
+    return false;
+}
+
 template <class T>
 bool agree(T const* a, double const* b, unsigned int count) noexcept {
     return agree_plain(a, b, count);
@@ -143,11 +151,7 @@ bool agree(T const* a, double const* b, unsigned int count) noexcept {
 
 } // namespace
 
-#if defined(__x86_64__)
-bool const has_wide_vectors = CPU_FEATURE_ACTIVE(AVX2);
-#else
-bool const has_wide_vectors = false;
-#endif
+bool const has_wide_vectors = processor_has_wide_vectors();
 
 bool convert_whole(double const* from, int* to, unsigned int count) noexcept {
 #if defined(__x86_64__)
