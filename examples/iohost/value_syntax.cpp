@@ -39,8 +39,8 @@ std::optional<std::string> repeated_name(std::string const& text) {
         }
         return true;
     };
-    (void)json::parse(text, look_at, false);
-    return repeated;
+    auto const whole = json::parse(text, look_at, false);
+    return whole.is_discarded() ? std::nullopt : repeated;
 }
 
 /// A truth value, a number, or else the text as it stands.

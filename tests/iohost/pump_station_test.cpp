@@ -277,6 +277,19 @@ TEST(pump_station, takes_a_value_and_gives_it_back) {
     EXPECT_EQ(read["entries"][0].value("value", 0.0), 2.75);
 }
 
+// panel.limit is a flt, to which the library converts no dbl that is not finite.
+TEST(pump_station, takes_what_is_no_number_in_every_spelling) {
+    running_station const station;
+    auto const options = options_for(station);
+    for (char const* const assigned : {"=nan", ":dbl=-inf", ":flt=nan", ":dbl=inf", ":dbl=nan"}) {
+        auto const written = host(options.with({"write", std::string("panel.limit") + assigned}));
+        EXPECT_EQ(written.status, 0) << assigned << written.out;
+        auto const read = document_of(host(options.with({"--json", "read", "panel.limit"})));
+        std::string const value = assigned;
+        EXPECT_EQ(read["entries"][0]["value"], value.substr(value.find('=') + 1)) << assigned;
+    }
+}
+
 TEST(pump_station, is_watched) {
     running_station const station;
     auto const finished =
