@@ -122,11 +122,11 @@ std::string unusable_time(std::string const& text) {
     return "'" + text + "' is not in the range of 0.001 to 1000000000";
 }
 
-/// What this program was built for, and what it has found to run with.
+/// What this program is, and what it has found to run with. The loader sees to it that this is of
+/// the revision that the program was built for.
 std::string version_text() {
-    auto const own = inspect("/proc/self/exe");
-    return "iohost " + (own.revisions.empty() ? std::string("-") : own.revisions.front()) +
-           "\nlibiokern " + library_revision() + "\nmodules with " + example::entry_name;
+    return std::string("iohost ") + IOHOST_VERSION + "\nlibiokern revision " + library_revision() +
+           "\nmodules with " + example::entry_name;
 }
 
 void declare_common(CLI::App& app, options& chosen) {
@@ -139,7 +139,7 @@ void declare_common(CLI::App& app, options& chosen) {
     app.add_flag("--json", chosen.json, "Print JSON");
     app.add_flag("--verbose", chosen.verbose,
                  "Show all log records of the backend, not warnings and errors alone");
-    app.set_version_flag("--version", version_text, "Print the revisions of host and library");
+    app.set_version_flag("--version", version_text, "Print the versions of host and library");
     app.footer(after_all);
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::chrono::milliseconds for_ever{-1};
 
-int required(int descriptor, char const* what) {
+int usable_descriptor(int descriptor, char const* what) {
     if (descriptor < 0) throw std::system_error(errno, std::generic_category(), what);
     return descriptor;
 }
@@ -28,8 +28,9 @@ stop_signal::stop_signal(int status) : status_(status) {
     ::sigaddset(&awaited_, SIGTERM);
     ::pthread_sigmask(SIG_BLOCK, &awaited_, &before_);
     try {
-        signals_ = required(::signalfd(-1, &awaited_, SFD_CLOEXEC | SFD_NONBLOCK), "signalfd");
-        over_ = required(::eventfd(0, EFD_CLOEXEC), "eventfd");
+        signals_ =
+            usable_descriptor(::signalfd(-1, &awaited_, SFD_CLOEXEC | SFD_NONBLOCK), "signalfd");
+        over_ = usable_descriptor(::eventfd(0, EFD_CLOEXEC), "eventfd");
         watch_ = std::thread([this] { keep_watch(); });
         inside_.lock();
     } catch (...) {

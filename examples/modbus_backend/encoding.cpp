@@ -99,9 +99,10 @@ bool is_misleading_text(value_type element, v2::utility::string const& text) {
     return text.empty() || (element == value_type::boolean && text != "0" && text != "1");
 }
 
-// What converts all the same: any text, "off" as well, and any array to a truth value, and an empty
-// text to the number 0. Machines are not moved by that.
+// What converts all the same: any text, "off" as well, any array and any object to a truth value,
+// and an empty text to the number 0. Machines are not moved by that.
 bool misleads(variable_type const& type, io_value const& value) {
+    if (value.data_type().basic_type == value_type::object) return true;
     if (type.count == 0 && value.is_array()) return true;
     if (auto const* const text = value.get_if<v2::utility::string>()) {
         return is_misleading_text(type.element, *text);

@@ -193,10 +193,11 @@ TEST(command_line, explains_itself) {
     }
 }
 
-TEST(command_line, says_which_revisions_it_has) {
+TEST(command_line, says_which_versions_it_has) {
     auto const finished = host({"--version"});
     EXPECT_EQ(finished.status, 0);
-    EXPECT_EQ(finished.out, "iohost 0.5\nlibiokern 0.5\nmodules with example_backend_module_3\n");
+    EXPECT_EQ(finished.out, "iohost " IOHOST_VERSION
+                            "\nlibiokern revision 0.5\nmodules with example_backend_module_3\n");
     EXPECT_EQ(finished.err, "");
 }
 

@@ -85,7 +85,7 @@ TEST(stop, of_a_hanging_call_has_its_summary_in_json) {
     EXPECT_NE(finished.out.find(R"("refused":1)"), std::string::npos) << finished.out;
 }
 
-/// A socket of this machine that accepts nothing.
+/// A controller on this machine that answers nothing.
 class deaf_listener {
 public:
     explicit deaf_listener(int waiting) : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
@@ -106,6 +106,13 @@ public:
     }
 
     [[nodiscard]] int port() const { return ::ntohs(address_.sin_port); }
+
+    /// Wait until somebody asks for something.
+    void wait_for_request() {
+        waiting_.push_back(::accept(socket_, nullptr, nullptr));
+        char first = 0;
+        if (::recv(waiting_.back(), &first, 1, 0) != 1) throw std::runtime_error("no request");
+    }
 
     /// Have so many wait that the system answers no others.
     void fill() {
@@ -140,9 +147,9 @@ words watching_controller(int port) {
 }
 
 TEST(stop, of_a_controller_that_never_answers) {
-    deaf_listener const controller(5);
+    deaf_listener controller(5);
     terminal_process watch(watching_controller(controller.port()));
-    watch.read_until("connected to ");
+    controller.wait_for_request();
     watch.type(pressed);
     auto const begin = stop_clock::now();
     EXPECT_EQ(watch.finish(), 1);

@@ -6,6 +6,8 @@
 #include <modbus_backend/structure_registration.hpp>
 #include <modbus_backend/writer.hpp>
 
+#include <cmath>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -245,6 +247,35 @@ TEST_F(writer, a_structure_as_wide_as_a_request_goes_in_two) {
     EXPECT_TRUE(write("structure wide\nwords 0 u16[125]\nend\nw holding 0 wide", object).ok());
     EXPECT_EQ(controller.asked, texts({"read 0+125", "write 0+123", "write 123+2"}));
     EXPECT_EQ(controller.registers[124], 7);
+}
+
+TEST_F(writer, nothing_but_a_structure_takes_an_object) {
+    auto const object = loose_object({{"runs", 1}});
+    v2::utility::array<v2::io_object> objects(2);
+    for (auto const* const line :
+         {"a coil 3 boolean", "a holding 7 u16", "a holding 7 string(4)"}) {
+        EXPECT_EQ(write(line, object), v2::io_error(v2::io_errc::incompatible_type)) << line;
+    }
+    EXPECT_EQ(write("a coil 3 boolean[2]", objects), v2::io_error(v2::io_errc::incompatible_type));
+    EXPECT_TRUE(controller.asked.empty());
+}
+
+TEST_F(writer, what_is_not_finite_fits_32_bits_as_well) {
+    constexpr double endless = std::numeric_limits<double>::infinity();
+    EXPECT_TRUE(write("a holding 10 flt", std::nan("")).ok());
+    EXPECT_EQ(controller.registers[10] & 0x7FC0, 0x7FC0);
+    EXPECT_TRUE(write("a holding 10 flt", -endless).ok());
+    EXPECT_EQ(controller.registers[10], 0xFF80);
+    EXPECT_EQ(controller.registers[11], 0);
+    EXPECT_TRUE(write("a holding 10 flt[2]", v2::utility::array<double>{endless, 1.5}).ok());
+    EXPECT_EQ(controller.registers[10], 0x7F80);
+    EXPECT_EQ(controller.registers[12], 0x3FC0);
+    for (auto const& value :
+         {v2::io_value(1e300), v2::io_value(v2::utility::array<double>{endless, 1e300})}) {
+        auto const* const line = value.is_array() ? "a holding 10 flt[2]" : "a holding 10 flt";
+        EXPECT_EQ(write(line, value), v2::io_error(v2::io_errc::value_too_large));
+    }
+    EXPECT_EQ(write("a holding 10 u16", std::nan("")), v2::io_error(v2::io_errc::value_too_large));
 }
 
 TEST_F(writer, an_object_of_the_structure_itself_goes_as_it_is) {

@@ -4,7 +4,9 @@
 #include "subject.hpp"
 
 #include <algorithm>
+#include <exception>
 #include <limits>
+#include <thread>
 
 namespace iohost::conformance {
 
@@ -13,9 +15,6 @@ namespace {
 namespace v2 = tavi::ioapi::v2;
 using faults = std::vector<std::string>;
 
-constexpr int warm_up = 10;
-/// More than the allocator keeps of one size for itself: a piece that is lost with each connection
-/// shows in every round, however small it is.
 constexpr int round_size = 10;
 constexpr int rounds = 4;
 constexpr int cycles = rounds * round_size;
@@ -33,6 +32,22 @@ void live_once(subject const& about, std::vector<v2::plc_identifier> const& vari
     (void)about.subscribe(*backend, variables, subscriptions);
     v2::read_result changes;
     (void)about.poll(*backend, changes);
+}
+
+/// So many connections, one after the other, in a thread of their own: what the allocator keeps for
+/// a thread it takes back at its end, and counts no longer.
+void live_often(subject const& about,
+                std::vector<v2::plc_identifier> const& variables,
+                int how_often) {
+    std::exception_ptr failure;
+    std::thread([&] {
+        try {
+            for (int i = 0; i < how_often; ++i) live_once(about, variables);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }).join();
+    if (failure) std::rethrow_exception(failure);
 }
 
 /// \return whether there is no more than before
@@ -75,13 +90,13 @@ void judge_lifetime(subject const& about) {
     std::vector<v2::plc_identifier> variables;
     for (auto const& node : about.readable(most_variables)) variables.push_back(node.identifier);
 
-    for (int i = 0; i < warm_up; ++i) live_once(about, variables);
+    for (int i = 0; i < 2; ++i) live_often(about, variables, round_size);
     auto const structures = about.host.structure_count();
     auto const before = measured({any_number, any_number, any_number});
     std::vector<std::size_t> heap{before.heap};
     auto after = before;
-    for (int round = 0; round < rounds; ++round) {
-        for (int i = 0; i < round_size; ++i) live_once(about, variables);
+    for (int done = 0; done < rounds; ++done) {
+        live_often(about, variables, round_size);
         after = measured(before);
         heap.push_back(after.heap);
     }

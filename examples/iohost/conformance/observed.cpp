@@ -27,9 +27,9 @@ v2::io_error_category const& stale() {
 constexpr int stale_code = 4711;
 
 /// Each fault once, so that one of every call does not pass for memory that is lost.
-void note(std::vector<std::string>& faults, std::string fault) {
-    if (std::find(faults.begin(), faults.end(), fault) == faults.end()) {
-        faults.push_back(std::move(fault));
+void note(std::vector<std::string>& list, std::string fault) {
+    if (std::find(list.begin(), list.end(), fault) == list.end()) {
+        list.push_back(std::move(fault));
     }
 }
 

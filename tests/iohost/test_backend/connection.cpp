@@ -163,14 +163,13 @@ v2::io_value connection::converted(variable const& known,
                                    v2::io_value const& value,
                                    v2::io_error& error) const {
     auto const& type = known.value.value().data_type();
+    bool const is_object = type.basic_type == v2::io_data_type::basic_types::object;
     if (value.empty()) {
         if (!how_.has("takes_the_empty_value")) error = v2::io_errc::incompatible_type;
         v2::io_error ignored;
-        return value.to_variant(type, ignored);
+        return is_object ? known.value.value() : value.to_variant(type, ignored);
     }
-    if (type.basic_type == v2::io_data_type::basic_types::object) {
-        return converted_object(known, value, error);
-    }
+    if (is_object) return converted_object(known, value, error);
     if (value.is_array() != type.is_array() || value.get_if<v2::io_object>() != nullptr) {
         if (!takes_other_shape(value)) error = v2::io_errc::incompatible_type;
         v2::io_error ignored;
