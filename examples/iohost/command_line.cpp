@@ -49,6 +49,12 @@ constexpr char const* common_options =
 
 )";
 
+constexpr char const* common_options_unconfigured =
+    R"(Common options, explained by `iohost --help`: --backend MODULE, --json, --verbose. The configuration,
+--config FILE and --set KEY=VALUE, has no use here.
+
+)";
+
 constexpr char const* after_read =
     R"(Examples:
   iohost --backend modbus --config pump.conf read
@@ -59,7 +65,8 @@ constexpr char const* after_write =
     R"(VALUE is true, false, a number, a "text" in quotes, an array [1, 2, 3], or else a text as it stands;
 the backend converts it to the type of the variable, or refuses it. With :TYPE it is sent as a value
 of that type. An object {"member": 1} is sent as the structure that the variable has, with these
-members set. nan, inf and -inf are texts that backends convert to numbers; so is :dbl in front.
+members set. nan, inf and -inf are texts as well, which backends convert to numbers; NAME:dbl=nan
+sends the number itself.
 
 Examples:
   iohost --backend modbus --config pump.conf write tank.setpoint=1500 pumps.run='[true, false]'
@@ -149,7 +156,8 @@ CLI::App& command(CLI::App& app,
                   std::string const& footer) {
     auto* const made = app.add_subcommand(name, description);
     made->fallthrough();
-    made->footer(std::string(common_options) + footer);
+    bool const is_configured = name != "form" && name != "info";
+    made->footer((is_configured ? common_options : common_options_unconfigured) + footer);
     return *made;
 }
 
