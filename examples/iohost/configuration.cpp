@@ -188,7 +188,7 @@ v2::config::store configuration(v2::config::config_template const& form,
     if (made.unfit.empty()) return std::move(made.values);
     std::string line;
     for (auto const& [key, why] : made.unfit) {
-        line += (line.empty() ? "option '" : "; option '") + key + "': " + why;
+        line.append(line.empty() ? "option '" : "; option '").append(key).append("': ").append(why);
     }
     throw setup_failure(line);
 }
