@@ -29,7 +29,7 @@ public:
         v2::browse_result found;
         v2::io_error error;
         backend_.browse(folder, found, error);
-        insist("browse", error);
+        if (error) throw operation_failure::of_browse(given_name(folder), error);
         for (auto& node : found) add(std::move(node), depth);
         progress_.show(nodes_.size());
     }
@@ -37,6 +37,10 @@ public:
     std::vector<tree_node> take() { return std::move(nodes_); }
 
 private:
+    static std::string given_name(v2::plc_identifier const& folder) {
+        return folder == v2::plc_identifier() ? std::string() : given_name_of(folder);
+    }
+
     static v2::io_error too_deep(v2::plc_identifier const& folder) {
         v2::io_error_diagnostics_generic details;
         details.set(v2::diagnostics_key::operation, "look below more than 100 folders");

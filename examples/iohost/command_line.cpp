@@ -1,9 +1,11 @@
 #include "command_line.hpp"
 
 #include "commands.hpp"
+#include "elf_file.hpp"
 #include "failures.hpp"
 #include "type_names.hpp"
 
+#include <backend_module.hpp>
 #include <CLI/CLI.hpp>
 
 namespace iohost {
@@ -11,7 +13,9 @@ namespace iohost {
 namespace {
 
 constexpr char const* after_all =
-    R"(MODULE is the path of a backend module, or a word such as linux or modbus. The word stands for
+    R"(These options stand in front of the command or behind it.
+
+MODULE is the path of a backend module, or a word such as linux or modbus. The word stands for
 the file WORD_backend.so, which is looked for beside this program, in ../WORD_backend and in
 ../lib/iokern/backends, as seen from there.
 
@@ -20,13 +24,15 @@ in pump1.state/speed; a slash within a name is written //. #17 is the variable o
 name that begins with # has one more in front.
 
 --config FILE has lines `key = value`, blank ones, and comments that begin with #; quotes around a
-value are taken off. --set comes on top of it, the later of two counts. The texts are converted to the types of the options that `iohost form` shows.
+value are taken off. --set comes on top of it, the later of two counts. The texts are converted to
+the types of the options that `iohost form` shows; form and info take neither.
 
 With --json, one document goes to standard output (watch: one object a line). Numbers that are not
 finite are the texts "nan", "inf" and "-inf"; bytes that are no UTF-8 are replaced.
 
 Exit status: 0 if all went well, 1 if an operation or a variable reported an error, a connection
 that cannot be opened included, 2 for wrong usage, configuration, or a module that does not load.
+Ctrl-C ends a command at once, and watch with its summary.
 
 Examples:
   iohost --backend modbus form
@@ -35,6 +41,19 @@ Examples:
   iohost --backend linux watch --for 10 memory.free
 
 `iohost COMMAND --help` tells more.)";
+
+/// The help of a command shows its own options alone.
+constexpr char const* common_options =
+    R"(Common options, explained by `iohost --help`: --backend MODULE, --config FILE, --set KEY=VALUE,
+--json, --verbose.
+
+)";
+
+constexpr char const* common_options_unconfigured =
+    R"(Common options, explained by `iohost --help`: --backend MODULE, --json, --verbose. The configuration,
+--config FILE and --set KEY=VALUE, has no use here.
+
+)";
 
 constexpr char const* after_read =
     R"(Examples:
@@ -45,7 +64,9 @@ constexpr char const* after_read =
 constexpr char const* after_write =
     R"(VALUE is true, false, a number, a "text" in quotes, an array [1, 2, 3], or else a text as it stands;
 the backend converts it to the type of the variable, or refuses it. With :TYPE it is sent as a value
-of that type. An object {"member": 1} is sent as the structure that the variable has, with these members set.
+of that type. An object {"member": 1} is sent as the structure that the variable has, with these
+members set. nan, inf and -inf are texts as well, which backends convert to numbers; NAME:dbl=nan
+sends the number itself.
 
 Examples:
   iohost --backend modbus --config pump.conf write tank.setpoint=1500 pumps.run='[true, false]'
@@ -54,7 +75,9 @@ Examples:
 
 constexpr char const* after_watch =
     R"(On a terminal a table is drawn in place; elsewhere each change is one line: time, name, and value or
-error. Ctrl-C ends it with a summary and status 0, or 1 if a variable is in error at the end.
+error. Ctrl-C ends it with a summary and status 0, or 1 if a variable was refused or is in error at
+the end. A backend that is still waiting for its controller is given one second, or until Ctrl-C is
+pressed again; then the summary and a line that says so come without it, and the status is 1.
 
 Examples:
   iohost --backend modbus --config pump.conf watch tank.level pipe.flow
@@ -83,12 +106,19 @@ constexpr char const* after_info = R"(Examples:
 constexpr char const* after_form = R"(Example:
   iohost --backend modbus form)";
 
-constexpr char const* after_verify = R"(Example:
+constexpr char const* after_verify =
+    R"(Status 1 if there is an error among the issues, a value that is none of the type of its option
+included. Every other command takes no such value: status 2.
+
+Example:
   iohost --backend modbus --config pump.conf --set port=1502 verify)";
 
-std::string unknown_type(std::string const& name) {
-    if (type_named(name)) return {};
-    return "unknown type '" + name + "', not " + known_types();
+/// Values are converted without a structure, so that none becomes an object.
+std::string unusable_type(std::string const& name) {
+    auto const type = type_named(name);
+    if (!type) return "unknown type '" + name + "', not " + plain_types();
+    if (type->basic_type != tavi::ioapi::v2::io_data_type::basic_types::object) return {};
+    return "no value is converted to '" + name + "', a structure; it takes " + plain_types();
 }
 
 std::string unusable_time(std::string const& text) {
@@ -97,6 +127,13 @@ std::string unusable_time(std::string const& text) {
     // Written so that "nan" is outside of it.
     if (is_number && seconds >= 0.001 && seconds <= 1e9) return {};
     return "'" + text + "' is not in the range of 0.001 to 1000000000";
+}
+
+/// What this program is, and what it has found to run with. The loader sees to it that this is of
+/// the revision that the program was built for.
+std::string version_text() {
+    return std::string("iohost ") + IOHOST_VERSION + "\nlibiokern revision " + library_revision() +
+           "\nmodules with " + example::entry_name;
 }
 
 void declare_common(CLI::App& app, options& chosen) {
@@ -109,6 +146,7 @@ void declare_common(CLI::App& app, options& chosen) {
     app.add_flag("--json", chosen.json, "Print JSON");
     app.add_flag("--verbose", chosen.verbose,
                  "Show all log records of the backend, not warnings and errors alone");
+    app.set_version_flag("--version", version_text, "Print the versions of host and library");
     app.footer(after_all);
 }
 
@@ -118,7 +156,8 @@ CLI::App& command(CLI::App& app,
                   std::string const& footer) {
     auto* const made = app.add_subcommand(name, description);
     made->fallthrough();
-    made->footer(footer);
+    bool const is_configured = name != "form" && name != "info";
+    made->footer((is_configured ? common_options : common_options_unconfigured) + footer);
     return *made;
 }
 
@@ -134,7 +173,7 @@ void declare_read(CLI::App& command, options& chosen) {
     command.add_flag("--print", chosen.print, "Print each value on lines of its own instead");
     command.add_option("--as", chosen.type, "Convert each value to a data type first")
         ->type_name("TYPE")
-        ->check(unknown_type);
+        ->check(unusable_type);
 }
 
 void declare_watch(CLI::App& command, options& chosen) {

@@ -4,6 +4,7 @@
 #include "failures.hpp"
 #include "value_syntax.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -34,6 +35,7 @@ struct close_file {
 }
 
 std::string contents_of(std::string const& path) {
+    if (path.empty()) throw setup_failure("--config is empty; give a file");
     std::unique_ptr<std::FILE, close_file> const file(std::fopen(path.c_str(), "re"));
     if (file == nullptr) refuse_file(path, errno);
     std::string text;
@@ -97,24 +99,48 @@ std::pair<std::string, std::string> setting_in(std::string_view line) {
     return {key, value_in(line.substr(sign + 1))};
 }
 
-[[noreturn]] void refuse(std::string const& key, std::string const& text, v2::io_data_type type) {
-    std::ostringstream name;
-    name << type;
-    throw setup_failure("option '" + key + "': the value '" + text + "' is no " + name.str());
+std::string refusal(std::string const& text, v2::io_data_type type) {
+    std::ostringstream line;
+    line << "the value '" << text << "' is no " << type;
+    return line.str();
+}
+
+/// Of two texts for one key the later, in the place of the former.
+setting_texts counting(setting_texts const& texts) {
+    setting_texts kept;
+    for (auto const& each : texts) {
+        auto const same_key = [&each](auto const& other) { return other.first == each.first; };
+        auto const former = std::find_if(kept.begin(), kept.end(), same_key);
+        if (former == kept.end()) {
+            kept.push_back(each);
+        } else {
+            *former = each;
+        }
+    }
+    return kept;
+}
+
+/// What a byte order mark says is known: there is no other order of UTF-8.
+std::string_view without_mark(std::string_view text) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    return text.starts_with(mark) ? text.substr(mark.size()) : text;
 }
 
 } // namespace
 
 setting_texts read_settings(std::string const& file) {
-    std::istringstream lines(contents_of(file));
+    std::istringstream lines{std::string(without_mark(contents_of(file)))};
     setting_texts texts;
     std::set<std::string> keys;
     std::size_t number = 0;
     for (std::string line; std::getline(lines, line);) {
         ++number;
         auto const content = trimmed(line);
-        if (content.empty() || content[0] == '#') continue;
         try {
+            if (content.find('\0') != std::string_view::npos) {
+                throw line_error{"it has a zero byte, as no text has"};
+            }
+            if (content.empty() || content[0] == '#') continue;
             texts.push_back(setting_in(content));
             if (!keys.insert(texts.back().first).second) {
                 throw line_error{"the key '" + texts.back().first + "' stands above, too"};
@@ -138,21 +164,33 @@ v2::io_data_type type_of(v2::config::option const& option) {
     return v2::io_data_type::scalar(option.value_type());
 }
 
-v2::config::store configuration(v2::config::config_template const& form,
-                                setting_texts const& texts) {
-    v2::config::store values;
-    for (auto const& [key, text] : texts) {
+converted_settings convert_settings(v2::config::config_template const& form,
+                                    setting_texts const& texts) {
+    converted_settings made;
+    for (auto const& [key, text] : counting(texts)) {
         auto const* const option = form.get_option(key);
         auto const type = option != nullptr ? type_of(*option) : v2::io_data_type();
         if (type.basic_type == kinds::empty || type.basic_type == kinds::object) {
-            values.set(key, text);
+            made.values.set(key, text);
         } else if (auto value = text_as(text, type)) {
-            values.set(key, std::move(*value));
+            made.values.set(key, std::move(*value));
         } else {
-            refuse(key, text, type);
+            made.values.set(key, text);
+            made.unfit.emplace_back(key, refusal(text, type));
         }
     }
-    return values;
+    return made;
+}
+
+v2::config::store configuration(v2::config::config_template const& form,
+                                setting_texts const& texts) {
+    auto made = convert_settings(form, texts);
+    if (made.unfit.empty()) return std::move(made.values);
+    std::string line;
+    for (auto const& [key, why] : made.unfit) {
+        line.append(line.empty() ? "option '" : "; option '").append(key).append("': ").append(why);
+    }
+    throw setup_failure(line);
 }
 
 } // namespace iohost

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <memory>
 #include <string_view>
@@ -35,12 +36,22 @@ public:
             ::close(descriptor_);
             refuse(file, error);
         }
+        size_ = static_cast<unsigned long long>(about.st_size);
     }
     open_file(open_file const&) = delete;
     open_file& operator=(open_file const&) = delete;
     ~open_file() { ::close(descriptor_); }
 
     [[nodiscard]] int get() const noexcept { return descriptor_; }
+    /// In bytes.
+    [[nodiscard]] unsigned long long size() const noexcept { return size_; }
+    /// Whether it begins as an ELF file, as far as it goes.
+    [[nodiscard]] bool begins_as_elf() const {
+        std::array<char, SELFMAG> head{};
+        auto const read = ::pread(descriptor_, head.data(), head.size(), 0);
+        return read > 0 && std::string_view(ELFMAG).starts_with(
+                               std::string_view(head.data(), static_cast<std::size_t>(read)));
+    }
 
 private:
     [[noreturn]] static void refuse(std::filesystem::path const& file, int error) {
@@ -50,6 +61,7 @@ private:
     }
 
     int descriptor_;
+    unsigned long long size_ = 0;
 };
 
 struct end_elf {
@@ -143,6 +155,45 @@ void read_sections(Elf* elf, elf_file& found) {
     }
 }
 
+/// Whether a part lies within the file. The numbers may be any.
+bool is_within(unsigned long long size, unsigned long long offset, unsigned long long length) {
+    return offset <= size && length <= size - offset;
+}
+
+bool has_all_segments(Elf* elf, unsigned long long size) {
+    std::size_t count = 0;
+    if (::elf_getphdrnum(elf, &count) != 0) return false;
+    for (std::size_t i = 0; i < count; ++i) {
+        GElf_Phdr segment;
+        if (::gelf_getphdr(elf, static_cast<int>(i), &segment) == nullptr) return false;
+        if (!is_within(size, segment.p_offset, segment.p_filesz)) return false;
+    }
+    return true;
+}
+
+bool has_all_sections(Elf* elf, unsigned long long size) {
+    std::size_t count = 0;
+    if (::elf_getshdrnum(elf, &count) != 0) return false;
+    for (std::size_t i = 0; i < count; ++i) {
+        GElf_Shdr section;
+        if (::gelf_getshdr(::elf_getscn(elf, i), &section) == nullptr) return false;
+        bool const is_in_file = section.sh_type != SHT_NOBITS && section.sh_type != SHT_NULL;
+        if (is_in_file && !is_within(size, section.sh_offset, section.sh_size)) return false;
+    }
+    return true;
+}
+
+/// Whether all is there of which the head says where it is. To load a file that ends before that
+/// would end this program.
+bool is_complete(Elf* elf, GElf_Ehdr const& header, unsigned long long size) {
+    auto const table = [&](unsigned long long offset, unsigned int count, unsigned int entry) {
+        return is_within(size, offset, static_cast<unsigned long long>(count) * entry);
+    };
+    return table(header.e_phoff, header.e_phnum, header.e_phentsize) &&
+           table(header.e_shoff, header.e_shnum, header.e_shentsize) &&
+           has_all_segments(elf, size) && has_all_sections(elf, size);
+}
+
 } // namespace
 
 elf_file inspect(std::filesystem::path const& file) {
@@ -153,11 +204,16 @@ elf_file inspect(std::filesystem::path const& file) {
     GElf_Ehdr header;
     if (elf == nullptr || ::elf_kind(elf.get()) != ELF_K_ELF ||
         ::gelf_getehdr(elf.get(), &header) == nullptr) {
+        if (opened.begins_as_elf()) found.damage = "its head is not whole";
         return found;
     }
     found.kind = kind_of(header);
     found.machine = machine_of(header);
-    read_sections(elf.get(), found);
+    if (is_complete(elf.get(), header, opened.size())) {
+        read_sections(elf.get(), found);
+    } else {
+        found.damage = "it ends before its contents do";
+    }
     return found;
 }
 

@@ -11,7 +11,9 @@ struct elf_file {
     enum class sort { none, object, program, shared, other };
 
     sort kind = sort::none; ///< `none` for a file that is no ELF file
-    std::string machine;    ///< in words, such as `x86-64`
+    /// Why it cannot be what it begins as, an ELF file that was cut or overwritten; else empty.
+    std::string damage;
+    std::string machine; ///< in words, such as `x86-64`
     /// Revisions of the library that it asks for, such as `0.5`: one in a module, none in a file
     /// that is built without the library.
     std::vector<std::string> revisions;

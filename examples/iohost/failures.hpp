@@ -22,11 +22,16 @@ public:
     operation_failure(std::string const& operation,
                       tavi::ioapi::v2::io_error const& error,
                       std::string const& problem = {});
+    /// \param folder  that could not be browsed, by its name; empty for the top
+    [[nodiscard]] static operation_failure of_browse(std::string const& folder,
+                                                     tavi::ioapi::v2::io_error const& error);
 
     /// The document that says the same in JSON.
     [[nodiscard]] std::string const& document() const noexcept { return document_; }
 
 private:
+    operation_failure(std::string const& line, std::string document);
+
     std::string document_;
 };
 

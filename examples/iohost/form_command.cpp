@@ -8,6 +8,7 @@
 namespace iohost {
 
 exit_status form_command(options const& chosen) {
+    insist_on_no_configuration(chosen);
     session const opened(chosen);
     auto const form = opened.module().form();
     if (chosen.json) {

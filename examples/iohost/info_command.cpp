@@ -61,6 +61,7 @@ json module_json(loaded_module const& module, example::module_info const& info) 
 } // namespace
 
 exit_status info_command(options const& chosen) {
+    insist_on_no_configuration(chosen);
     try {
         session const opened(chosen);
         auto const info = opened.module().describe();
@@ -71,8 +72,8 @@ exit_status info_command(options const& chosen) {
         }
     } catch (setup_failure const& why) {
         // Why a module does not load is what was asked for.
-        if (chosen.json && !chosen.backend.empty()) {
-            print_document({{"file", chosen.backend}, {"loads", false}, {"reason", why.what()}});
+        if (chosen.json && chosen.backend) {
+            print_document({{"file", *chosen.backend}, {"loads", false}, {"reason", why.what()}});
         }
         throw;
     }

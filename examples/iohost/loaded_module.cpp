@@ -34,6 +34,10 @@ std::string in_words(elf_file const& found) {
 
 /// Why a file that says this of itself is not even tried; nothing where it may be.
 std::string objection(elf_file const& found) {
+    if (!found.damage.empty()) {
+        return "it is damaged or incomplete: an ELF file, but " + found.damage +
+               "; build or copy it again";
+    }
     auto const own = inspect("/proc/self/exe");
     if (!found.is_module_for(own)) {
         return "a shared object for " + own.machine + " was expected, but this is " +

@@ -33,7 +33,9 @@ fs::path program_directory() {
 }
 
 fs::path module_path(std::string const& backend, fs::path const& program) {
-    if (backend.empty()) throw setup_failure("--backend is empty; give a file or a word");
+    if (backend.empty())
+        throw setup_failure(
+            "the name of the backend is empty; give the file of a module, or a word such as linux");
     if (!is_word(backend)) return fs::absolute(backend);
 
     std::string const file = backend + "_backend.so";

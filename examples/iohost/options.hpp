@@ -10,9 +10,9 @@ namespace iohost {
 struct options {
     std::string command; ///< the name of the command
 
-    std::string backend;               ///< a path, or the word of a backend; may be empty
-    std::string config_file;           ///< empty where there is none
-    std::vector<std::string> settings; ///< each `KEY=VALUE`
+    std::optional<std::string> backend;     ///< a path, or the word of a backend
+    std::optional<std::string> config_file; ///< with the configuration
+    std::vector<std::string> settings;      ///< each `KEY=VALUE`
     bool json = false;
     bool verbose = false;
 

@@ -12,8 +12,8 @@ namespace iohost {
 namespace {
 
 std::string const& required_backend(options const& chosen) {
-    if (chosen.backend.empty()) throw setup_failure("--backend is required; see iohost --help");
-    return chosen.backend;
+    if (!chosen.backend) throw setup_failure("--backend is required; see iohost --help");
+    return *chosen.backend;
 }
 
 } // namespace
@@ -26,13 +26,15 @@ session::session(options const& chosen)
     host_.serve(info.name.str(), info.version);
 }
 
+setting_texts session::texts() const {
+    setting_texts texts;
+    if (chosen_.config_file) texts = read_settings(*chosen_.config_file);
+    for (auto& text : parsed_settings(chosen_.settings)) texts.push_back(std::move(text));
+    return texts;
+}
+
 tavi::ioapi::v2::config::store const& session::values() {
-    if (!values_) {
-        setting_texts texts;
-        if (!chosen_.config_file.empty()) texts = read_settings(chosen_.config_file);
-        for (auto& text : parsed_settings(chosen_.settings)) texts.push_back(std::move(text));
-        values_ = configuration(module_.form(), texts);
-    }
+    if (!values_) values_ = configuration(module_.form(), texts());
     return *values_;
 }
 
@@ -41,6 +43,13 @@ example::backend& session::connection() {
         backend_ = module_.open(values(), tavi::ioapi::v2::backend_query(host_));
     }
     return *backend_;
+}
+
+void insist_on_no_configuration(options const& chosen) {
+    if (!chosen.config_file && chosen.settings.empty()) return;
+    throw setup_failure(std::string(chosen.config_file ? "--config" : "--set") +
+                        " has no use here: " + chosen.command +
+                        " shows the same with any configuration; verify judges one");
 }
 
 } // namespace iohost

@@ -2,6 +2,7 @@
 
 #include <tavi/ioapi/v2/config/store.hpp>
 
+#include "configuration.hpp"
 #include "host_services.hpp"
 #include "loaded_module.hpp"
 #include "options.hpp"
@@ -23,11 +24,16 @@ public:
         return host_.structures();
     }
 
-    /// The configuration, from file and command line. \throws setup_failure, operation_failure
+    /// What file and command line say of the configuration. \throws setup_failure
+    [[nodiscard]] setting_texts texts() const;
+    /// The configuration that they make. \throws setup_failure, operation_failure
     [[nodiscard]] tavi::ioapi::v2::config::store const& values();
 
     /// The connection, which the first call opens. \throws setup_failure, operation_failure
     [[nodiscard]] example::backend& connection();
+
+    /// End the connection, where there is one.
+    void disconnect() noexcept { backend_.reset(); }
 
 private:
     options const& chosen_;
@@ -36,5 +42,9 @@ private:
     std::optional<tavi::ioapi::v2::config::store> values_;
     backend_ptr backend_;
 };
+
+/// \throws setup_failure  where the command line gives a configuration to a command that shows the
+/// same with any
+void insist_on_no_configuration(options const& chosen);
 
 } // namespace iohost

@@ -3,7 +3,7 @@
 #include "entry_name.hpp"
 #include "failures.hpp"
 
-#include <algorithm>
+#include <set>
 
 namespace iohost {
 
@@ -12,19 +12,14 @@ namespace {
 namespace v2 = tavi::ioapi::v2;
 using identifiers = std::vector<v2::plc_identifier>;
 
-bool shares_an_entry(v2::plc_identifier const& left, v2::plc_identifier const& right) {
-    return !(left < right) && !(right < left);
-}
-
 /// Take those out that one result can answer for: it has one entry for all identifiers that have
 /// the same primary part.
 identifiers take_round(identifiers& left) {
     identifiers round;
     identifiers later;
+    std::set<v2::plc_identifier> entries; // whose order looks at the primary part alone
     for (auto& variable : left) {
-        bool const fits = std::none_of(round.begin(), round.end(), [&](auto const& other) {
-            return shares_an_entry(variable, other);
-        });
+        bool const fits = entries.insert(variable).second;
         (fits ? round : later).push_back(std::move(variable));
     }
     left = std::move(later);

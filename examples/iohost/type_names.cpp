@@ -60,6 +60,15 @@ std::string known_types() {
     return all + "object<ID>, or one of these with [] for an array";
 }
 
+std::string plain_types() {
+    std::string all;
+    for_each_kind([&](kinds kind) {
+        if (kind == kinds::object) return;
+        all += (all.empty() ? "" : ", ") + std::string(v2::name_of(kind));
+    });
+    return all + ", or one of these with [] for an array";
+}
+
 std::string name_of(v2::io_data_type const& type, v2::io_structure_dictionary& structures) {
     v2::io_error error;
     auto const structure = structures.get_structure(type.structure_id, error);

@@ -16,6 +16,9 @@ namespace iohost {
 /// What `type_named` knows, for people: all kinds, and how they become arrays.
 [[nodiscard]] std::string known_types();
 
+/// The same without objects.
+[[nodiscard]] std::string plain_types();
+
 /// \return the type as the library prints it, but with the name of its structure in place of the
 /// id, `object<pump_state>`, where the dictionary knows it: ids differ from run to run.
 [[nodiscard]] std::string name_of(tavi::ioapi::v2::io_data_type const& type,

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -23,6 +24,23 @@ constexpr double largest_exact = 9007199254740991;
 
 json parsed(std::string const& text) {
     return json::parse(text, nullptr, false);
+}
+
+/// The first name that an object of well-formed JSON has twice, or nothing.
+std::optional<std::string> repeated_name(std::string const& text) {
+    std::vector<std::set<std::string>> open_objects;
+    std::optional<std::string> repeated;
+    auto const look_at = [&](int, json::parse_event_t event, json& parsed_name) {
+        if (event == json::parse_event_t::object_start) open_objects.emplace_back();
+        if (event == json::parse_event_t::object_end) open_objects.pop_back();
+        if (event == json::parse_event_t::key) {
+            auto const& name = parsed_name.get_ref<std::string const&>();
+            if (!open_objects.back().insert(name).second && !repeated) repeated = name;
+        }
+        return true;
+    };
+    auto const whole = json::parse(text, look_at, false);
+    return whole.is_discarded() ? std::nullopt : repeated;
 }
 
 /// A truth value, a number, or else the text as it stands.
@@ -86,17 +104,6 @@ bool is_number(kinds kind) {
     return kind >= kinds::u8 && kind <= kinds::dbl;
 }
 
-/// With the place of what failed, within what may be a place already.
-v2::io_error at_place(v2::io_error error, char const* key, v2::io_value place) {
-    v2::io_error_diagnostics_generic details;
-    for (auto const list = error.diagnostics(); auto const& entry : list) {
-        details.set(entry.key, entry.value);
-    }
-    details.set(key, std::move(place));
-    error.diagnostics(details);
-    return error;
-}
-
 v2::io_value fail(v2::io_errc code, v2::io_error& error) {
     error = code;
     return {};
@@ -150,13 +157,13 @@ v2::io_value object_as(json const& value,
     v2::io_object object(type, structure);
     for (auto const& [key, member] : value.items()) {
         if (!structure.has_member(key)) {
-            error = at_place(v2::io_errc::invalid_property, "member", key);
+            error = in_member(v2::io_errc::invalid_property, key);
             return {};
         }
         auto converted = value_as(member, structure.get_member(key), structures, error);
         if (!error) object.set(key, std::move(converted), error);
         if (error) {
-            error = at_place(error, "member", key);
+            error = in_member(error, key);
             return {};
         }
     }
@@ -175,8 +182,8 @@ v2::io_value array_as(json const& value,
     for (auto const& element : value) {
         elements.push_back(value_as(element, element_type, structures, error));
         if (error) {
-            error = at_place(error, v2::diagnostics_key::index,
-                             static_cast<unsigned int>(elements.size() - 1));
+            error = with_detail(error, v2::diagnostics_key::index,
+                                static_cast<unsigned int>(elements.size() - 1));
             return {};
         }
     }
@@ -193,6 +200,22 @@ v2::io_value array_as(json const& value,
 
 } // namespace
 
+v2::io_error with_detail(v2::io_error error, char const* key, v2::io_value detail) {
+    v2::io_error_diagnostics_generic details;
+    for (auto const list = error.diagnostics(); auto const& entry : list) {
+        details.set(entry.key, entry.value);
+    }
+    details.set(key, std::move(detail));
+    error.diagnostics(details);
+    return error;
+}
+
+v2::io_error in_member(v2::io_error error, std::string const& member) {
+    auto const list = error.diagnostics();
+    auto const inner = list.contains("member") ? list.get("member").value_or<std::string>("") : "";
+    return with_detail(std::move(error), "member", inner.empty() ? member : member + "/" + inner);
+}
+
 json parsed_value(std::string const& text) {
     bool const is_json = text.starts_with('[') || text.starts_with('{') || text.starts_with('"');
     if (!is_json) return plain(text);
@@ -200,6 +223,9 @@ json parsed_value(std::string const& text) {
     if (value.is_discarded()) {
         throw setup_failure("the value '" + text +
                             "' is no well-formed JSON; a text that begins so is put in quotes");
+    }
+    if (auto const name = repeated_name(text)) {
+        throw setup_failure("the value '" + text + "' has the member '" + *name + "' twice");
     }
     return value;
 }

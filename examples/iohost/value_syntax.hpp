@@ -10,10 +10,21 @@
 
 namespace iohost {
 
+/// \return the error with one more entry in its diagnostics, or another in the place of one.
+[[nodiscard]] tavi::ioapi::v2::io_error with_detail(tavi::ioapi::v2::io_error error,
+                                                    char const* key,
+                                                    tavi::ioapi::v2::io_value detail);
+
+/// \return the error with the `member` in which it is, in front of one that it names already:
+/// `outer/inner`.
+[[nodiscard]] tavi::ioapi::v2::io_error in_member(tavi::ioapi::v2::io_error error,
+                                                  std::string const& member);
+
 /// \return what a VALUE of the command line says: `true`, `false`, a number, a `"text"` in quotes,
 /// an array `[1, 2, 3]` or an object `{"member": 1}` as JSON has them, and the text as it stands
 /// for all else.
-/// \throws setup_failure  where it begins as a quoted text, an array or an object and is none
+/// \throws setup_failure  where it begins as a quoted text, an array or an object and is none, and
+///     for an object that has a member twice
 [[nodiscard]] json parsed_value(std::string const& text);
 
 /// Whether there is an object in it, for which a structure type is needed.

@@ -1,5 +1,6 @@
 #include "columns.hpp"
 #include "commands.hpp"
+#include "configuration.hpp"
 #include "json_entry.hpp"
 #include "printable.hpp"
 #include "session.hpp"
@@ -9,9 +10,28 @@
 
 namespace iohost {
 
+namespace {
+
+using verification = tavi::ioapi::v2::config::verification_result;
+
+/// What the backend says; a text that is none of the type of its option is an error as well, where
+/// the backend has none for it.
+verification verdict_on(session& opened) {
+    auto const made = convert_settings(opened.module().form(), opened.texts());
+    auto verdict = opened.module().verify(made.values);
+    using severity = verification::severity_type;
+    for (auto const& [key, why] : made.unfit) {
+        if (verdict.severity_for_option(key) >= severity::error) continue;
+        verdict.add_issue({severity::error, why, {key}});
+    }
+    return verdict;
+}
+
+} // namespace
+
 exit_status verify_command(options const& chosen) {
     session opened(chosen);
-    auto const verdict = opened.module().verify(opened.values());
+    auto const verdict = verdict_on(opened);
     if (chosen.json) {
         print_document(to_json(verdict));
     } else if (verdict.empty()) {

@@ -15,7 +15,9 @@
 #include <chrono>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <utility>
+#include <vector>
 
 namespace iohost {
 
@@ -26,12 +28,7 @@ using clock = stop_signal::clock;
 
 watch_state variables_named(std::vector<std::string> const& names) {
     watch_state state;
-    for (auto const& name : names) {
-        auto identifier = identifier_named(name);
-        if (state.find(identifier) == nullptr) {
-            state.variables.push_back({std::move(identifier), std::nullopt, 0, 0});
-        }
-    }
+    for (auto const& name : names) state.add(identifier_named(name));
     return state;
 }
 
@@ -41,21 +38,58 @@ std::unique_ptr<watch_view> view_for(options const& chosen,
     return is_terminal(STDOUT_FILENO) ? table_view(structures) : line_view();
 }
 
+/// A line for each reason, for there may be thousands of variables; what only one of them says is
+/// not left out.
+std::vector<std::string> grouped(std::vector<subscriptions::refused> const& refused) {
+    struct reason {
+        v2::io_error error;
+        std::string first;
+        std::size_t count = 0;
+    };
+    std::vector<reason> reasons;
+    for (auto const& [variable, error] : refused) {
+        auto known = std::find_if(reasons.begin(), reasons.end(),
+                                  [&e = error](reason const& each) { return each.error == e; });
+        if (known == reasons.end()) {
+            known = reasons.insert(known, reason{error, name_of(variable)});
+        }
+        ++known->count;
+    }
+    std::vector<std::string> lines;
+    for (auto const& [error, first, count] : reasons) {
+        auto line = "cannot watch " + first;
+        if (count > 1) line += " and " + std::to_string(count - 1) + " more";
+        lines.push_back(line + ": " + describe(error));
+    }
+    return lines;
+}
+
 class watching {
 public:
-    watching(options const& chosen, example::backend& backend, watch_state state, watch_view& view)
-        : chosen_(chosen),
-          backend_(backend),
-          subscribed_(backend),
-          state_(std::move(state)),
-          view_(view) {}
+    watching(options const& chosen,
+             session& opened,
+             stop_signal& stop,
+             watch_state state,
+             watch_view& view)
+        : chosen_(chosen), opened_(opened), stop_(stop), state_(std::move(state)), view_(view) {
+        stop_.speak([this](char const* call) { end_in_midst_of(call); });
+    }
+    watching(watching const&) = delete;
+    watching& operator=(watching const&) = delete;
+    ~watching() { stop_.speak({}); }
 
-    exit_status run(stop_signal& stop) {
-        subscribe();
-        auto const begin = clock::now();
-        poll_until_end(stop, begin);
-        for (auto const& problem : subscribed_.end()) complain(problem);
-        view_.summarise(state_, clock::now() - begin);
+    exit_status run() {
+        auto& backend = stop_.outside(
+            "open", [&]() -> auto& { return opened_.connection(); });
+        {
+            subscriptions subscribed(backend);
+            subscribe(subscribed);
+            begin_ = clock::now();
+            poll_until_end(backend);
+            end(subscribed);
+        }
+        summarise();
+        stop_.outside("release", [&] { opened_.disconnect(); });
         return well_ && state_.well() ? all_well : operation_failed;
     }
 
@@ -64,6 +98,21 @@ private:
         well_ = false;
         std::cerr << "iohost: " + printable(problem) + '\n' << std::flush;
         view_.disturb();
+    }
+
+    /// Where nobody gets the changes, the complaint of the end says so alone.
+    void summarise() {
+        if (std::exchange(is_summarised_, true) || !std::cout) return;
+        auto const span = begin_ ? clock::now() - *begin_ : clock::duration::zero();
+        view_.summarise(state_, span);
+    }
+
+    void end_in_midst_of(char const* call) {
+        summarise();
+        complain(
+            std::string("ended without waiting for the backend, which has not come back from ") +
+            call);
+        std::cout << std::flush;
     }
 
     void note(v2::read_result::result_type const& entry) {
@@ -82,23 +131,24 @@ private:
         view_.show(refused);
     }
 
-    void subscribe() {
+    void subscribe(subscriptions& subscribed) {
         std::vector<v2::plc_identifier> variables;
         variables.reserve(state_.variables.size());
         for (auto const& variable : state_.variables) variables.push_back(variable.identifier);
-        for (auto const& each : subscribed_.add(variables)) {
-            auto const& [variable, error] = each;
-            complain("cannot watch " + name_of(variable) + ": " + describe(error));
+        auto const refused = stop_.outside("subscribe", [&] { return subscribed.add(variables); });
+        for (auto const& problem : grouped(refused)) complain(problem);
+        std::vector<v2::plc_identifier> unwatched;
+        for (auto const& [variable, error] : refused) {
             if (chosen_.json) show_refused(variable, error);
-            std::erase_if(state_.variables,
-                          [&](auto const& other) { return other.identifier == each.first; });
+            unwatched.push_back(variable);
         }
+        state_.refuse(unwatched);
     }
 
-    void poll() {
+    void poll(example::backend& backend) {
         v2::read_result changes;
         v2::io_error error;
-        backend_.poll(changes, error);
+        stop_.outside("poll", [&] { backend.poll(changes, error); });
         ++state_.polls;
         state_.last_poll_failed = error.failed();
         if (error) {
@@ -110,18 +160,23 @@ private:
         view_.finish_poll(state_);
     }
 
-    void poll_until_end(stop_signal& stop, clock::time_point begin) {
+    void poll_until_end(example::backend& backend) {
         if (state_.variables.empty()) return;
-        auto const interval = std::chrono::milliseconds(std::max(backend_.poll_interval(), 1U));
-        auto const end = end_of(begin);
-        auto next = begin;
-        while (!stop.came_before(std::min(next, end)) && clock::now() < end) {
-            poll();
+        auto const interval = std::chrono::milliseconds(std::max(backend.poll_interval(), 1U));
+        auto const end = end_of(*begin_);
+        auto next = *begin_;
+        while (!stop_.came_before(std::min(next, end)) && clock::now() < end) {
+            poll(backend);
             if (chosen_.polls && state_.polls >= *chosen_.polls) return;
-            if (has_lost_its_reader(STDOUT_FILENO)) return;
+            if (!std::cout || has_lost_its_reader(STDOUT_FILENO)) return;
             // What a slow poll has missed is not made up for.
             next = std::max(next + interval, clock::now());
         }
+    }
+
+    void end(subscriptions& subscribed) {
+        auto const problems = stop_.outside("unsubscribe", [&] { return subscribed.end(); });
+        for (auto const& problem : problems) complain(problem);
     }
 
     [[nodiscard]] clock::time_point end_of(clock::time_point begin) const {
@@ -131,31 +186,45 @@ private:
     }
 
     options const& chosen_;
-    example::backend& backend_;
-    subscriptions subscribed_;
+    session& opened_;
+    stop_signal& stop_;
     watch_state state_;
     watch_view& view_;
+    std::optional<clock::time_point> begin_;
+    bool is_summarised_ = false;
     bool well_ = true;
+};
+
+/// Passes the records on, as long as there is a view that they disturb.
+class record_taking {
+public:
+    record_taking(host_services& host, bool verbose, watch_view& view)
+        : host_(host), verbose_(verbose) {
+        // A record that comes while the table stands shifts it.
+        host_.take_records_by([print = log_printer(verbose), &view](host_services::level level,
+                                                                    std::string_view text) {
+            print(level, text);
+            view.disturb();
+        });
+    }
+    record_taking(record_taking const&) = delete;
+    record_taking& operator=(record_taking const&) = delete;
+    ~record_taking() { host_.take_records_by(log_printer(verbose_)); }
+
+private:
+    host_services& host_;
+    bool verbose_;
 };
 
 } // namespace
 
 exit_status watch_command(options const& chosen) {
     auto state = variables_named(chosen.names);
-    stop_signal stop;
+    stop_signal stop(operation_failed);
     session opened(chosen);
-    auto& backend = opened.connection();
     auto const view = view_for(chosen, opened.structures());
-    // A record that comes while the table stands shifts it.
-    auto const print = log_printer(chosen.verbose);
-    opened.host().take_records_by([&](host_services::level level, std::string_view text) {
-        print(level, text);
-        view->disturb();
-    });
-    watching all(chosen, backend, std::move(state), *view);
-    auto const status = all.run(stop);
-    opened.host().take_records_by(log_printer(chosen.verbose));
-    return status;
+    record_taking const taking(opened.host(), chosen.verbose, *view);
+    return watching(chosen, opened, stop, std::move(state), *view).run();
 }
 
 } // namespace iohost

@@ -40,7 +40,9 @@ std::string time_of(v2::read_result::result_type const& entry) {
 
 void print_summary(std::ostream& out, watch_state const& state, duration span) {
     out << "watched for " << seconds_of(span) << " s: " << state.polls << " polls, "
-        << state.failed_polls << " of them failed\n";
+        << state.failed_polls << " of them failed";
+    if (state.refused != 0) out << ", " << state.refused << " variables refused";
+    out << '\n';
     columns table({"identifier", "changes", "errors"});
     for (auto const& variable : state.variables) {
         table.add({name_of(variable.identifier), std::to_string(variable.changes),
@@ -88,6 +90,7 @@ public:
         json const summary = {{"seconds", span.count()},
                               {"polls", state.polls},
                               {"failed_polls", state.failed_polls},
+                              {"refused", state.refused},
                               {"variables", std::move(variables)}};
         std::cout << line_of({{"summary", summary}}) << '\n' << std::flush;
     }

@@ -3,7 +3,9 @@
 #include <tavi/ioapi/v2/io_timestamp.hpp>
 #include <tavi/ioapi/v2/read_result.hpp>
 
+#include <cstddef>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace iohost {
@@ -22,13 +24,21 @@ struct watch_state {
     std::vector<watched_variable> variables;
     unsigned long long polls = 0;
     unsigned long long failed_polls = 0;
+    unsigned long long refused = 0; ///< variables that cannot be watched, and are not among these
     bool last_poll_failed = false;
 
+    /// Add a variable, unless it is there already.
+    void add(tavi::ioapi::v2::plc_identifier identifier);
     /// The one that a change is of, or null.
     [[nodiscard]] watched_variable* find(tavi::ioapi::v2::plc_identifier const& identifier);
+    /// Take those out that cannot be watched, and count them.
+    void refuse(std::vector<tavi::ioapi::v2::plc_identifier> const& identifiers);
 
     /// Whether the last that is known of all of them is a value, of the last poll, too.
     [[nodiscard]] bool well() const;
+
+private:
+    std::unordered_map<tavi::ioapi::v2::plc_identifier, std::size_t> places_;
 };
 
 } // namespace iohost

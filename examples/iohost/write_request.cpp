@@ -1,7 +1,10 @@
 #include "write_request.hpp"
 
+#include <tavi/ioapi/v2/io_error_diagnostics_generic.hpp>
+
 #include "batches.hpp"
 #include "browsing.hpp"
+#include "entry_name.hpp"
 #include "failures.hpp"
 #include "value_syntax.hpp"
 
@@ -33,6 +36,20 @@ v2::io_data_type type_of(v2::plc_identifier const& variable,
     return error ? browsed_type(variable, backend, error) : result[0].value().value().data_type();
 }
 
+/// With the variable and the member that the assignment is for, in the words of its user, where
+/// the error does not say so itself.
+v2::io_error placed(v2::io_error error, char const* operation, v2::plc_identifier const& target) {
+    auto const list = error.diagnostics();
+    if (!list.contains(v2::diagnostics_key::operation)) {
+        error = with_detail(std::move(error), v2::diagnostics_key::operation, operation);
+    }
+    if (list.contains("variable")) return error;
+    error = with_detail(std::move(error), "variable",
+                        given_name_of(v2::plc_identifier(target.primary())));
+    if (target.secondary().is_none()) return error;
+    return in_member(std::move(error), given_name_of(v2::plc_identifier(target.secondary())));
+}
+
 } // namespace
 
 v2::io_value value_of(assignment const& assigned,
@@ -40,10 +57,15 @@ v2::io_value value_of(assignment const& assigned,
                       v2::io_structure_dictionary& structures,
                       v2::io_error& error) {
     error.reset();
-    if (assigned.type) return value_as(assigned.value, *assigned.type, structures, error);
-    if (!has_objects(assigned.value)) return natural_value(assigned.value);
-    auto const type = type_of(assigned.identifier, backend, error);
-    return error ? v2::io_value() : value_as(assigned.value, type, structures, error);
+    if (!assigned.type && !has_objects(assigned.value)) return natural_value(assigned.value);
+    auto const type = assigned.type ? *assigned.type : type_of(assigned.identifier, backend, error);
+    if (error) {
+        error = placed(std::move(error), "read", assigned.identifier);
+        return {};
+    }
+    auto value = value_as(assigned.value, type, structures, error);
+    if (error) error = placed(std::move(error), "convert", assigned.identifier);
+    return value;
 }
 
 v2::write_result write_assignments(std::vector<assignment> const& assigned,

@@ -5,6 +5,7 @@
 
 #include <backend_support/guard.hpp>
 #include <backend_support/name_tree.hpp>
+#include <backend_support/not_found.hpp>
 #include <backend_support/subscribe_each.hpp>
 
 #include <string>
@@ -16,6 +17,7 @@ namespace linux_backend {
 namespace {
 
 namespace v2 = tavi::ioapi::v2;
+using backend_support::not_found;
 using v2::browsing::node_class;
 
 std::string_view name_of(v2::plc_identifier const& identifier) {
@@ -37,8 +39,12 @@ backend_support::subscribable subscribable_at(catalogue& variables,
                                               structures const& known) {
     try {
         variable const* const found = find(variables, identifier, known);
-        if (found == nullptr) return {{}, v2::io_errc::not_found};
-        if (!identifier.secondary().is_none()) return {{}, v2::io_errc::not_supported};
+        if (found == nullptr) return {{}, not_found("subscribe", identifier)};
+        if (!identifier.secondary().is_none()) {
+            return {
+                {},
+                backend_support::entry_error(v2::io_errc::not_supported, "subscribe", identifier)};
+        }
         return {found->data_type};
     } catch (file_failure const& failure) {
         return {{}, report(failure, "subscribe", name_of(identifier))};
@@ -95,7 +101,7 @@ void machine::read_all(v2::read_result& result) const {
         try {
             variable const* const found = find(variables, identifier, structures_);
             if (found == nullptr) {
-                entry.set(v2::io_errc::not_found);
+                entry.set(not_found("read", identifier));
                 continue;
             }
             entry.set(v2::io_data_value(member_of(found->read(files), identifier.secondary()),
@@ -121,7 +127,7 @@ void machine::write(v2::utility::data_view<v2::io_value const>,
             auto const name = name_of(identifier);
             try {
                 bool const is_known = find(variables, identifier, structures_) != nullptr;
-                entry.set(is_known ? report_read_only(name) : v2::io_errc::not_found);
+                entry.set(is_known ? report_read_only(name) : not_found("write", identifier));
             } catch (file_failure const& failure) {
                 entry.set(report(failure, "write", name));
             }

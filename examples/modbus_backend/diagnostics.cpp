@@ -23,6 +23,11 @@ v2::io_error_diagnostics_generic facts(char const* operation, variable const& co
     return list;
 }
 
+void set_write_function(v2::io_error_diagnostics_generic& list, variable const& concerned) {
+    auto const function = write_function(concerned.kind, concerned.type.width());
+    list.set(own_diagnostics_key::function, static_cast<unsigned int>(function));
+}
+
 std::string text_of(v2::io_data_type const& type) {
     std::ostringstream text;
     text << type;
@@ -46,10 +51,18 @@ v2::io_error refused(v2::io_error error, char const* operation, variable const& 
     return error;
 }
 
+v2::io_error refused_write(v2::io_error error, variable const& concerned) {
+    auto list = facts("write", concerned);
+    set_write_function(list, concerned);
+    error.diagnostics(list);
+    return error;
+}
+
 v2::io_error refused_value(v2::io_error error,
                            v2::io_data_type const& given,
                            variable const& concerned) {
     auto list = facts("convert", concerned);
+    set_write_function(list, concerned);
     list.set(key::source_type, text_of(given));
     list.set(key::target_type, text_of(data_type_of(concerned.type)));
     error.diagnostics(list);

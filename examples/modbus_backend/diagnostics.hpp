@@ -25,6 +25,11 @@ inline constexpr char const* variable = "variable"; ///< as the map calls it
                                                 char const* operation,
                                                 variable const& concerned);
 
+/// The same for a write, with the number of the function by which it would have been done; of a
+/// variable that can only be read, of the one that reads it.
+[[nodiscard]] tavi::ioapi::v2::io_error refused_write(tavi::ioapi::v2::io_error error,
+                                                      variable const& concerned);
+
 /// The same for a value, with the type that it has and the one that it must have.
 [[nodiscard]] tavi::ioapi::v2::io_error refused_value(tavi::ioapi::v2::io_error error,
                                                       tavi::ioapi::v2::io_data_type const& given,

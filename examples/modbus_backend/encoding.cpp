@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <stdexcept>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 namespace modbus_backend {
 
@@ -97,9 +99,10 @@ bool is_misleading_text(value_type element, v2::utility::string const& text) {
     return text.empty() || (element == value_type::boolean && text != "0" && text != "1");
 }
 
-// What converts all the same: any text, "off" as well, and any array to a truth value, and an empty
-// text to the number 0. Machines are not moved by that.
+// What converts all the same: any text, "off" as well, any array and any object to a truth value,
+// and an empty text to the number 0. Machines are not moved by that.
 bool misleads(variable_type const& type, io_value const& value) {
+    if (value.data_type().basic_type == value_type::object) return true;
     if (type.count == 0 && value.is_array()) return true;
     if (auto const* const text = value.get_if<v2::utility::string>()) {
         return is_misleading_text(type.element, *text);
@@ -127,10 +130,37 @@ io_error why_unconvertible(variable_type const& type, io_value const& value) {
     return error ? error : io_error(v2::io_errc::incompatible_type);
 }
 
+bool is_not_finite(double number) {
+    return !std::isfinite(number);
+}
+
+/// What is no number or no finite one is the same in 32 bits, and yet no conversion of the library:
+/// that takes it for a number beyond the range. As a text it is written, and so it is here.
+io_value narrowed(variable_type const& type, io_value const& value, io_error& error) {
+    if (type.element != value_type::flt) return value;
+    if (auto const* const number = value.get_if<double>()) {
+        return is_not_finite(*number) ? io_value(static_cast<float>(*number)) : value;
+    }
+    auto const* const numbers = value.get_if<v2::utility::array<double>>();
+    if (numbers == nullptr || std::none_of(numbers->begin(), numbers->end(), is_not_finite)) {
+        return value;
+    }
+    std::vector<float> narrow;
+    for (double const number : *numbers) {
+        narrow.push_back(is_not_finite(number) ? static_cast<float>(number)
+                                               : io_value(number).as<float>(error));
+        if (error) return value;
+    }
+    return v2::utility::array<float>(narrow);
+}
+
 } // namespace
 
-io_error encode(variable_type const& type, io_value const& value, registers_span registers) {
+io_error encode(variable_type const& type, io_value const& given, registers_span registers) {
     if (registers.size() != type.width()) throw std::invalid_argument("not the registers of it");
+    io_error unfit;
+    auto const value = narrowed(type, given, unfit);
+    if (unfit) return unfit;
     if (auto error = why_unconvertible(type, value)) return error;
     switch (type.element) {
     case value_type::u16: return store(type, value, registers, store_number<unsigned short>);

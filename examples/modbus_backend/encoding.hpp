@@ -12,7 +12,8 @@ namespace modbus_backend {
 
 /// Fill the registers that a value is to stand in, so that `decode` gives it back. A value of
 /// another type is converted as `io_value::to_variant` does, but what would change it is refused:
-/// the empty value, and a number in floating point that an integer type cannot hold.
+/// the empty value, and a number in floating point that an integer type cannot hold. What is not
+/// finite fits `flt` as well as `dbl`, as a number of either type and as a text.
 /// \param registers  as many as the type takes; their contents mean nothing after an error
 /// \return code 0, or why the value is refused: that of the conversion, `wrong_count` for an array
 /// of another length, or `unfit_text`

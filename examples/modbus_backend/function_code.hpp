@@ -38,6 +38,14 @@ enum class function_code : unsigned int {
                       : function_code::write_multiple_registers;
 }
 
+/// The function by which a variable of this kind is written; of one that can only be read, the one
+/// that reads it. \param width  of the variable, in coils or registers
+[[nodiscard]] constexpr function_code write_function(register_kind kind,
+                                                     std::size_t width) noexcept {
+    if (!can_be_written(kind)) return read_function(kind);
+    return holds_bits(kind) ? write_coils_function(width) : write_holdings_function(width);
+}
+
 /// What a function does, as people call it.
 [[nodiscard]] constexpr char const* name_of(function_code function) noexcept {
     switch (function) {

@@ -1,8 +1,6 @@
 #include "refusal_log.hpp"
 
-#include "function_code.hpp"
-
-#include <string>
+#include <algorithm>
 #include <utility>
 
 namespace modbus_backend {
@@ -22,19 +20,40 @@ std::string names_of(request const& asked) {
 
 } // namespace
 
+refusal_log::news& refusal_log::news_of(request const& asked,
+                                        tavi::ioapi::v2::io_error const& reason) {
+    auto const function = read_function(asked.kind);
+    auto const known = std::find_if(untold_.begin(), untold_.end(), [&](news const& each) {
+        return each.function == function && each.code == reason.code();
+    });
+    if (known != untold_.end()) return *known;
+    return untold_.emplace_back(news{function, reason.code(), reason.message().str(),
+                                     range_of(asked) + " (" + names_of(asked) + ")"});
+}
+
 void refusal_log::refused(request const& asked, tavi::ioapi::v2::io_error const& reason) {
     bool is_news = false;
     for (auto const& member : asked.members) {
         is_news = std::exchange(known_[member.what], reason.code()) != reason.code() || is_news;
     }
     if (!is_news) return;
-    log_.write(tavi::ioapi::v2::log_severity_level::warning, "the controller refuses to ",
-               name_of(read_function(asked.kind)), " ", range_of(asked), " (", names_of(asked),
-               "): ", reason.message().str());
+    auto& noted = news_of(asked, reason);
+    noted.variables += asked.members.size();
+    ++noted.requests;
 }
 
 void refusal_log::answered(request const& asked) {
     for (auto const& member : asked.members) known_.erase(member.what);
+}
+
+void refusal_log::tell() {
+    for (auto const& each : std::exchange(untold_, {})) {
+        auto const what = each.requests == 1 ? each.where
+                                             : "for " + std::to_string(each.variables) +
+                                                   " variables, first " + each.where;
+        log_.write(tavi::ioapi::v2::log_severity_level::warning, "the controller refuses to ",
+                   name_of(each.function), " ", what, ": ", each.reason);
+    }
 }
 
 } // namespace modbus_backend

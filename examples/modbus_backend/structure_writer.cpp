@@ -32,7 +32,7 @@ variable place_of(variable const& whole, std::string const& name, member const* 
     place.name = whole.name + "/" + name;
     place.kind = whole.kind;
     place.address = whole.address + (part == nullptr ? 0 : part->offset);
-    if (part != nullptr) place.type = part->type;
+    place.type = part == nullptr ? whole.type : part->type;
     return place;
 }
 
@@ -44,7 +44,7 @@ v2::io_error set_member(variable const& whole,
     auto const place = place_of(whole, given.name, part);
     v2::io_error error;
     object.set(given.name, given.value, error);
-    if (part == nullptr) return refused(v2::io_errc::invalid_property, "write", place);
+    if (part == nullptr) return refused_write(v2::io_errc::invalid_property, place);
     if (error.ok()) {
         auto const registers = std::span(shown.registers).subspan(part->offset, part->type.width());
         error = encode(part->type, given.value, registers);

@@ -10,6 +10,7 @@
 #include "writer.hpp"
 
 #include <backend_support/guard.hpp>
+#include <backend_support/not_found.hpp>
 #include <backend_support/subscribe_each.hpp>
 
 #include <cerrno>
@@ -21,6 +22,7 @@ namespace modbus_backend {
 
 namespace v2 = tavi::ioapi::v2;
 using backend_support::guarded;
+using backend_support::not_found;
 
 tcp_backend::tcp_backend(configuration checked, v2::backend_query host)
     : map_(std::move(checked.map).value()),
@@ -59,7 +61,7 @@ void tcp_backend::read_all(v2::read_result& result) {
     for (unsigned int i = 0; i < result.size(); ++i) {
         variable const* const described = map_.find(result[i].identifier());
         if (described == nullptr) {
-            result.set(i, v2::io_errc::not_found);
+            result.set(i, not_found("read", result[i].identifier()));
         } else {
             wanted.push_back({described, i});
         }
@@ -70,6 +72,7 @@ void tcp_backend::read_all(v2::read_result& result) {
     for (auto const& request : plan_requests(std::move(wanted))) {
         carry_out(request, connection_, refusals_, result);
     }
+    refusals_.tell();
 }
 
 void tcp_backend::write(v2::utility::data_view<v2::io_value const> values,
@@ -93,12 +96,12 @@ void tcp_backend::write(v2::utility::data_view<v2::io_value const> values,
 v2::io_error tcp_backend::write_one(v2::plc_identifier const& identifier,
                                     v2::io_value const& value) {
     variable const* const whole = map_.find(v2::plc_identifier(identifier.primary()));
-    if (whole == nullptr) return v2::io_errc::not_found;
+    if (whole == nullptr) return not_found("write", identifier);
     auto const& member = identifier.secondary();
     if (member.is_none()) return write_variable(*whole, value, connection_);
     bool const has_members = whole->type.members != nullptr;
     if (!has_members || member.kind() != v2::plc_identifier_kind::text) {
-        return v2::io_errc::not_found;
+        return not_found("write", identifier);
     }
     return write_member(*whole, member.text(), value, connection_);
 }
@@ -116,7 +119,7 @@ void tcp_backend::subscribe(v2::utility::data_view<v2::plc_identifier const> var
 backend_support::subscribable tcp_backend::subscribable_at(
     v2::plc_identifier const& identifier) const {
     variable const* const described = map_.find(identifier);
-    if (described == nullptr) return {{}, v2::io_errc::not_found};
+    if (described == nullptr) return {{}, not_found("subscribe", identifier)};
     if (!identifier.secondary().is_none()) {
         return {
             {},

@@ -64,7 +64,7 @@ io_error write_members(variable const& whole,
                        std::span<member_value const> given,
                        register_access& controller) {
     if (!can_be_written(whole.kind)) {
-        return refused(make_modbus_error(modbus_errc::read_only), "write", whole);
+        return refused_write(make_modbus_error(modbus_errc::read_only), whole);
     }
     std::vector<register_run> runs;
     auto error = set_members(whole, given, controller, runs);
@@ -97,7 +97,7 @@ io_error write_variable(variable const& target,
                         io_value const& value,
                         register_access& controller) {
     if (!can_be_written(target.kind)) {
-        return refused(make_modbus_error(modbus_errc::read_only), "write", target);
+        return refused_write(make_modbus_error(modbus_errc::read_only), target);
     }
     if (target.type.members != nullptr) return write_object(target, value, controller);
     if (holds_bits(target.kind)) {

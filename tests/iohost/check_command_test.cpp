@@ -38,17 +38,20 @@ TEST(check_command, passes_a_backend_that_keeps_all_rules) {
     auto rules = judged({}, {"check", "--allow-writes", "--write", "tank.count=7"});
     EXPECT_EQ(rules["failed"], names{});
     EXPECT_EQ(rules["skipped"], names{"missing_value_is_an_error"});
-    // Of the module 9, of browse 3, of read 7, of write 7, of subscriptions 11, of the lifetime 4,
-    // of manners 3.
-    EXPECT_EQ(rules["ok"].size() + rules["skipped"].size(), 44U);
+    // Of the module 10, of browse 3, of read 7, of write 13, of subscriptions 11, of the lifetime
+    // 4, of manners 3.
+    EXPECT_EQ(rules["ok"].size() + rules["skipped"].size(), 51U);
 }
 
 TEST(check_command, writes_nothing_that_may_succeed_unless_it_is_allowed) {
     auto const finished = host_with_backend({"check", "--verbose"});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.err.find("write "), std::string::npos) << finished.err;
-    for (char const* const rule : {"write_of_what_was_read", "text_for_a_number_is_refused",
-                                   "too_large_a_number_is_refused", "unknown_member_is_refused"}) {
+    for (char const* const rule :
+         {"write_of_what_was_read", "text_for_a_number_is_refused", "too_large_a_number_is_refused",
+          "unknown_member_is_refused", "array_for_a_scalar_is_refused",
+          "scalar_for_an_array_is_refused", "object_for_a_scalar_is_refused",
+          "empty_value_is_refused", "wrong_member_is_refused", "write_of_the_same_twice"}) {
         auto const line = line_of(finished.out, std::string("skipped:  ") + rule);
         EXPECT_NE(line.find("controllers move machines"), std::string::npos) << finished.out;
     }
@@ -103,6 +106,12 @@ INSTANTIATE_TEST_SUITE_P(
                     broken_rule{"takes_texts_for_numbers", "text_for_a_number_is_refused"},
                     broken_rule{"cuts_numbers", "too_large_a_number_is_refused"},
                     broken_rule{"takes_any_member", "unknown_member_is_refused"},
+                    broken_rule{"takes_any_object", "wrong_member_is_refused"},
+                    broken_rule{"takes_arrays_for_scalars", "array_for_a_scalar_is_refused"},
+                    broken_rule{"takes_scalars_for_arrays", "scalar_for_an_array_is_refused"},
+                    broken_rule{"takes_objects_for_scalars", "object_for_a_scalar_is_refused"},
+                    broken_rule{"takes_the_empty_value", "empty_value_is_refused"},
+                    broken_rule{"writes_the_repeated_once", "write_of_the_same_twice"},
                     broken_rule{"loses_writes", "write_of_what_was_given"},
                     broken_rule{"no_interval", "poll_interval_is_at_least_1"},
                     broken_rule{"subscribes_of_nothing_fail", "subscribe_to_nothing"},
@@ -118,6 +127,7 @@ INSTANTIATE_TEST_SUITE_P(
                     broken_rule{"leaks_descriptor", "descriptors_are_given_back"},
                     broken_rule{"leaks_thread", "threads_end_with_the_connection"},
                     broken_rule{"leaks_memory", "memory_is_given_back"},
+                    broken_rule{"leaks_a_little", "memory_is_given_back"},
                     broken_rule{"registers_anew", "structures_do_not_pile_up"},
                     broken_rule{"keeps_old_error", "errors_are_cleared_first"},
                     broken_rule{"wordless_errors", "errors_explain_themselves"},
@@ -133,7 +143,9 @@ TEST(check_command, finds_issues_with_keys_that_are_nowhere) {
 TEST(check_command, finds_values_that_change_though_they_are_refused) {
     auto rules = judged({"fault=changes_what_it_refuses"}, {"check", "--allow-writes"});
     EXPECT_EQ(rules["failed"],
-              (names{"text_for_a_number_is_refused", "too_large_a_number_is_refused"}));
+              (names{"text_for_a_number_is_refused", "too_large_a_number_is_refused",
+                     "array_for_a_scalar_is_refused", "scalar_for_an_array_is_refused",
+                     "object_for_a_scalar_is_refused", "empty_value_is_refused"}));
 }
 
 TEST(check_command, finds_writes_without_an_outcome) {
@@ -164,6 +176,7 @@ INSTANTIATE_TEST_SUITE_P(
                     broken_rule{"key_twice", "form_is_sound"},
                     broken_rule{"key_in_two_categories", "form_is_sound"},
                     broken_rule{"default_outside_choices", "defaults_fit_their_options"},
+                    broken_rule{"choice_of_another_type", "choices_fit_their_options"},
                     broken_rule{"defaults_refused", "defaults_alone_are_accepted"}),
     [](auto const& each) { return each.param.fault; });
 
@@ -184,7 +197,7 @@ TEST(check_command, prints_one_line_for_each_rule) {
     EXPECT_EQ(line_of(finished.out, "FAILED"),
               "FAILED    poll_interval_is_at_least_1          0 ms");
     EXPECT_NE(line_of(finished.out, "ok        read_of_nothing "), "");
-    EXPECT_NE(line_of(finished.out, "44 rules: "), "");
+    EXPECT_NE(line_of(finished.out, "51 rules: "), "");
 }
 
 TEST(check_command, reports_a_connection_that_cannot_be_opened) {

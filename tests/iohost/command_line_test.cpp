@@ -63,6 +63,30 @@ INSTANTIATE_TEST_SUITE_P(
                     {"read", "--as", "i33"},
                     "--as: unknown type 'i33', not empty, boolean, u8, "},
         wrong_usage{"read_as_nothing", {"read", "--as"}, ""},
+        wrong_usage{"read_as_a_structure",
+                    {"read", "--as", "object<7>"},
+                    "--as: no value is converted to 'object<7>', a structure; it takes empty, "
+                    "boolean, u8, "},
+        wrong_usage{"read_as_an_array_of_structures",
+                    {"read", "--as", "object<7>[]"},
+                    "--as: no value is converted to 'object<7>[]', a structure; "},
+        wrong_usage{"form_with_a_configuration",
+                    {"--config", "any.conf", "form"},
+                    "--config has no use here: form shows the same with any configuration; verify "
+                    "judges one\n"},
+        wrong_usage{"form_with_a_value",
+                    {"form", "--set", "mode=busy"},
+                    "--set has no use here: form shows the same with any configuration"},
+        wrong_usage{"info_with_a_value",
+                    {"info", "--set", "mode=busy"},
+                    "--set has no use here: info shows the same with any configuration"},
+        wrong_usage{
+            "config_without_a_name", {"--config", "", "read"}, "--config is empty; give a file\n"},
+        wrong_usage{
+            "set_of_two_wrong_values",
+            {"--set", "variables=many", "--set", "cycle=maybe", "--set", "mode=busy", "read"},
+            "option 'variables': the value 'many' is no u32; option 'cycle': the value "
+            "'maybe' is no boolean\n"},
         wrong_usage{"watch_for_no_number", {"watch", "--for", "long", "tank.level"}, ""},
         wrong_usage{"watch_for_not_a_number", {"watch", "--for", "nan", "tank.level"}, "--for"},
         wrong_usage{"watch_for_no_time", {"watch", "--for", "0", "tank.level"}, "--for"},
@@ -124,7 +148,10 @@ TEST(command_line, takes_a_backend) {
     for (char const* const command : {"form", "verify", "browse", "read", "info", "check"}) {
         expect_refused(host({command}), "iohost: --backend is required; see iohost --help\n");
     }
-    expect_refused(host({"--backend", "", "read"}), "iohost: --backend ");
+    for (words const& command : {words{"--backend", "", "read"}, words{"info", ""}}) {
+        expect_refused(host(command), "iohost: the name of the backend is empty; give the file of "
+                                      "a module, or a word such as linux\n");
+    }
     expect_refused(host({"--backend", "nonesuch", "read"}),
                    "iohost: there is no backend 'nonesuch': no nonesuch_backend.so in ");
     expect_refused(host({"--backend", "nowhere/no_module.so", "read"}), "iohost: cannot load '");
@@ -159,7 +186,19 @@ TEST(command_line, explains_itself) {
         EXPECT_EQ(of_command.status, 0) << command;
         EXPECT_NE(of_command.out.find("Example"), std::string::npos) << command;
         EXPECT_NE(of_command.out.find("\n  iohost "), std::string::npos) << command;
+        for (char const* const option :
+             {"--backend MODULE", "--config FILE", "--set KEY=VALUE", "--json", "--verbose"}) {
+            EXPECT_NE(of_command.out.find(option), std::string::npos) << command << option;
+        }
     }
+}
+
+TEST(command_line, says_which_versions_it_has) {
+    auto const finished = host({"--version"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.out, "iohost " IOHOST_VERSION
+                            "\nlibiokern revision 0.5\nmodules with example_backend_module_3\n");
+    EXPECT_EQ(finished.err, "");
 }
 
 TEST(command_line, says_where_its_output_cannot_be_written) {
@@ -189,7 +228,7 @@ TEST(config_file, gives_values_that_set_overrides) {
 
 TEST(config_file, that_is_malformed_is_refused_with_its_line) {
     struct {
-        char const* text;
+        std::string text;
         char const* why;
     } const expected[] = {
         {"mode = calm\n\nbusy\n", "line 3: it has no '=' behind a key\n"},
@@ -198,6 +237,8 @@ TEST(config_file, that_is_malformed_is_refused_with_its_line) {
         {"mode = \"calm\n", "line 1: the quote of the value is not closed\n"},
         {"mode = \"calm\" busy\n", "line 1: something stands behind the quoted value\n"},
         {"mode = \"\\q\"\n", "line 1: the quoted value is no text of JSON\n"},
+        {{"mode = calm\nx = a\0b\n", 20}, "line 2: it has a zero byte, as no text has\n"},
+        {{"# a\0b\n", 6}, "line 1: it has a zero byte, as no text has\n"},
     };
     for (auto const& [text, why] : expected) {
         temporary_file const config(text);
@@ -208,8 +249,14 @@ TEST(config_file, that_is_malformed_is_refused_with_its_line) {
 
 TEST(config_file, has_values_of_the_types_of_the_form) {
     temporary_file const config("variables = many\n");
-    expect_refused(host_with_backend({"--config", config.path(), "verify"}),
+    expect_refused(host_with_backend({"--config", config.path(), "read"}),
                    "iohost: option 'variables': the value 'many' is no u32\n");
+}
+
+TEST(config_file, may_begin_with_a_byte_order_mark) {
+    temporary_file const config("\xEF\xBB\xBFvariables = 2\n");
+    auto const finished = host_with_backend({"--config", config.path(), "read", "v1"});
+    EXPECT_EQ(finished.status, 0) << finished.err;
 }
 
 TEST(config_file, leaves_unknown_keys_to_the_backend) {

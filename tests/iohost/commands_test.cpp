@@ -82,6 +82,20 @@ TEST(verify_command, passes_warnings_and_no_errors) {
     EXPECT_EQ(issue["message"], "there is no option 'x'");
 }
 
+TEST(verify_command, goes_on_after_values_of_a_wrong_type) {
+    auto const finished =
+        host_with_backend({"cycle=maybe", "variables=many", "poll_interval=20000"}, {"verify"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.err, "");
+    EXPECT_EQ(line_of(finished.out, "error     variables"),
+              "error     variables      the value of 'variables' has a wrong type");
+    EXPECT_EQ(line_of(finished.out, "error     cycle"),
+              "error     cycle          the value 'maybe' is no boolean");
+    EXPECT_EQ(line_of(finished.out, "warning   poll_interval"),
+              "warning   poll_interval  polls will be rare");
+    EXPECT_EQ(std::count(finished.out.begin(), finished.out.end(), '\n'), 4);
+}
+
 TEST(browse_command, shows_the_tree) {
     auto const finished = host_with_backend({"browse", "plant"});
     EXPECT_EQ(finished.status, 0);
@@ -140,7 +154,11 @@ TEST(browse_command, reports_an_unknown_folder_by_its_status) {
     auto const finished = host_with_backend({"browse", "nowhere"});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.out, "");
-    EXPECT_EQ(finished.err, "iohost: browse: generic:1 not found\n");
+    EXPECT_EQ(finished.err, "iohost: browse 'nowhere': generic:1 not found\n");
+    auto const document = document_of(host_with_backend({"--json", "browse", "no//where"}));
+    EXPECT_EQ(document["operation"], "browse");
+    EXPECT_EQ(document["folder"], "no//where");
+    EXPECT_EQ(document["error"]["code"], 1);
 }
 
 TEST(operations, that_fail_as_a_whole_are_documents_in_json) {
@@ -291,9 +309,36 @@ TEST(write_command, reports_the_outcome_of_each) {
                             "pump.fixed  not written  generic:6 not supported\n"
                             "no.such     not written  generic:1 not found\n"
                             "pump.state  not written  generic:2 invalid property {member: "
-                            "(string) \"rnus\"}\n"
-                            "tank.level  not written  generic:3 incompatible type\n"
-                            "no.such     not written  generic:1 not found\n");
+                            "(string) \"rnus\", operation: (string) \"convert\", variable: "
+                            "(string) \"pump.state\"}\n"
+                            "tank.level  not written  generic:3 incompatible type {operation: "
+                            "(string) \"convert\", variable: (string) \"tank.level\"}\n"
+                            "no.such     not written  generic:1 not found {operation: (string) "
+                            "\"read\", variable: (string) \"no.such\"}\n");
+}
+
+TEST(write_command, names_variable_and_member_of_what_it_refuses_itself) {
+    auto const finished = host_with_backend({"--json", "write", R"(pump.state/speed={"x": 1})",
+                                             R"(pump.state/none={"x": 1})",
+                                             R"(pump.state={"currents": [1, "many"]})"});
+    EXPECT_EQ(finished.status, 1);
+    auto const entries = document_of(finished)["entries"];
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_EQ(entries[0]["error"]["diagnostics"],
+              nlohmann::json::parse(
+                  R"({"member": "speed", "operation": "convert", "variable": "pump.state"})"));
+    EXPECT_EQ(entries[1]["error"]["diagnostics"],
+              nlohmann::json::parse(
+                  R"({"member": "none", "operation": "read", "variable": "pump.state"})"));
+    EXPECT_EQ(entries[2]["error"]["diagnostics"],
+              nlohmann::json::parse(R"({"index": 1, "member": "currents", "operation": "convert",
+                  "variable": "pump.state"})"));
+}
+
+TEST(write_command, refuses_an_object_with_a_member_twice) {
+    iohost_support::expect_refused(
+        host_with_backend({"write", R"(pump.state={"runs": 1, "runs": 2})"}),
+        "iohost: the value '{\"runs\": 1, \"runs\": 2}' has the member 'runs' twice\n");
 }
 
 TEST(write_command, reports_outcomes_in_json) {

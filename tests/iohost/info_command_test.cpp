@@ -87,10 +87,30 @@ TEST(info_command, tells_which_machine_a_module_is_for) {
     expect_reason(arm64.path(), expected_shared + "a shared object for 64-bit ARM" + build_again);
     temporary_file const object(elf_head<Elf64_Ehdr>(ELFCLASS64, ET_REL, EM_X86_64));
     expect_reason(object.path(), expected_shared + "an object file for x86-64" + build_again);
-    temporary_file const cut(elf_head<Elf64_Ehdr>(ELFCLASS64, ET_DYN, EM_X86_64).substr(0, 20));
-    expect_reason(cut.path(), expected_shared + "no ELF file" + build_again);
     temporary_file const nothing("");
     expect_reason(nothing.path(), expected_shared + "no ELF file" + build_again);
+}
+
+/// The first bytes of the test backend.
+std::string beginning_of_module(std::size_t size) {
+    std::ifstream file(TEST_BACKEND_PATH, std::ios::binary);
+    std::string bytes(size, '\0');
+    file.read(bytes.data(), static_cast<std::streamsize>(size));
+    return bytes;
+}
+
+TEST(info_command, tells_that_a_module_was_cut) {
+    std::string const damaged = "it is damaged or incomplete: an ELF file, but ";
+    std::string const copy_again = "; build or copy it again\n";
+    for (std::size_t const size : {2U, 4U, 20U, 63U}) {
+        temporary_file const cut(beginning_of_module(size));
+        expect_reason(cut.path(), damaged + "its head is not whole" + copy_again);
+    }
+    auto const whole = static_cast<std::size_t>(fs::file_size(TEST_BACKEND_PATH));
+    for (std::size_t const size : {std::size_t{64}, std::size_t{5000}, whole / 2, whole - 1}) {
+        temporary_file const cut(beginning_of_module(size));
+        expect_reason(cut.path(), damaged + "it ends before its contents do" + copy_again);
+    }
 }
 
 TEST(info_command, tells_which_revision_a_module_is_for) {

@@ -75,7 +75,10 @@ TEST(pump_station, reports_entries_that_fail_by_its_status) {
         << refused.out;
     auto const unknown = host(options_for(station).read({"tank3.level"}));
     EXPECT_EQ(unknown.status, 1);
-    EXPECT_NE(unknown.out.find("generic:1 not found\n"), std::string::npos);
+    EXPECT_NE(unknown.out.find("generic:1 not found {operation: (string) \"read\", variable: "
+                               "(string) \"tank3.level\"}\n"),
+              std::string::npos)
+        << unknown.out;
 }
 
 TEST(pump_station, shows_arrays_and_structures_in_its_table) {
@@ -275,6 +278,19 @@ TEST(pump_station, takes_a_value_and_gives_it_back) {
     EXPECT_EQ(written.status, 0) << written.out << written.err;
     auto const read = document_of(host(options.with({"--json", "read", "panel.limit"})));
     EXPECT_EQ(read["entries"][0].value("value", 0.0), 2.75);
+}
+
+// panel.limit is a flt, to which the library converts no dbl that is not finite.
+TEST(pump_station, takes_what_is_no_number_in_every_spelling) {
+    running_station const station;
+    auto const options = options_for(station);
+    for (char const* const assigned : {"=nan", ":dbl=-inf", ":flt=nan", ":dbl=inf", ":dbl=nan"}) {
+        auto const written = host(options.with({"write", std::string("panel.limit") + assigned}));
+        EXPECT_EQ(written.status, 0) << assigned << written.out;
+        auto const read = document_of(host(options.with({"--json", "read", "panel.limit"})));
+        std::string const value = assigned;
+        EXPECT_EQ(read["entries"][0]["value"], value.substr(value.find('=') + 1)) << assigned;
+    }
 }
 
 TEST(pump_station, is_watched) {

@@ -80,6 +80,28 @@ TEST(watch_command, goes_on_with_what_can_be_watched) {
         "");
 }
 
+TEST(watch_command, says_once_why_many_cannot_be_watched) {
+    words command{"watch", "--count", "1", "tank.count", "pump.state/speed"};
+    for (int i = 0; i < 300; ++i) command.push_back("none" + std::to_string(i));
+    auto const finished = host_with_backend(command);
+    EXPECT_EQ(finished.status, 1);
+    auto const lines = lines_of(finished.err);
+    ASSERT_EQ(lines.size(), 5U) << finished.err;
+    EXPECT_EQ(lines[0], "iohost: cannot watch pump.state/speed: generic:6 not supported");
+    EXPECT_EQ(lines[1], "iohost: cannot watch none0 and 299 more: generic:1 not found");
+    EXPECT_TRUE(lines[2].ends_with(" s: 1 polls, 0 of them failed, 301 variables refused"));
+}
+
+TEST(watch_command, ends_with_one_line_where_its_output_cannot_be_written) {
+    for (std::string const json : {"", " --json"}) {
+        auto const finished = test_support::run(
+            {"sh", "-c", "exec \"$0\" --backend \"$1\"" + json + " watch odd.ticker >/dev/full",
+             IOHOST_PATH, TEST_BACKEND_PATH});
+        EXPECT_EQ(finished.status, 1);
+        EXPECT_EQ(finished.err, "iohost: cannot write to standard output\n");
+    }
+}
+
 TEST(watch_command, ends_at_once_where_nothing_can_be_watched) {
     auto const finished = host_with_backend({"watch", "no.such"});
     EXPECT_EQ(finished.status, 1);
@@ -124,6 +146,7 @@ TEST(watch_command, names_what_it_cannot_watch_in_json) {
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(nlohmann::json::parse(lines[0])["error"]["message"], "not found");
     EXPECT_EQ(nlohmann::json::parse(lines[1])["summary"]["polls"], 0);
+    EXPECT_EQ(nlohmann::json::parse(lines[1])["summary"]["refused"], 1);
 }
 
 using watch_clock = std::chrono::steady_clock;

@@ -218,6 +218,8 @@ TEST(linux_read, fills_in_every_entry_of_a_request_that_mixes_and_repeats) {
     EXPECT_TRUE(error.ok());
     EXPECT_EQ(result[0].value().value(), 0.42);
     EXPECT_EQ(result[1].error(), v2::io_errc::not_found);
+    EXPECT_EQ(describe(result[1].error()), "generic:1 not found {operation: (string) \"read\", "
+                                           "variable: (string) \"nothing\"}");
     EXPECT_EQ(result[2].value().value(), 100);
     EXPECT_EQ(result[3].value().value(), 0.42);
 }

@@ -147,6 +147,13 @@ TEST(linux_subscription, is_refused_for_members_and_strangers) {
     EXPECT_EQ(result.get(cpu_user).error, v2::io_errc::not_supported);
     EXPECT_EQ(result.get(stranger).error, v2::io_errc::not_found);
     EXPECT_EQ(result.get(no_member).error, v2::io_errc::not_found);
+    for (auto const& refused : {cpu_user, stranger}) {
+        auto const told = result.get(refused).error.diagnostics();
+        EXPECT_EQ(told.get("operation"), v2::io_value("subscribe")) << refused;
+    }
+    EXPECT_EQ(result.get(stranger).error.diagnostics().get("variable"), v2::io_value("nothing"));
+    EXPECT_EQ(result.get(no_member).error.diagnostics().get("variable"),
+              v2::io_value("load.one/none"));
     EXPECT_EQ(result.get(stranger).id.kind(), v2::subscription_id_kind::none);
     EXPECT_EQ(polled_names(machine), variable_names());
 }

@@ -44,8 +44,13 @@ TEST(linux_write, what_is_unknown_is_not_found) {
         v2::plc_identifier("nothing"), v2::plc_identifier("cpu.total", "none"),
         v2::plc_identifier("network.eth9"), v2::plc_identifier(4), v2::plc_identifier()};
     auto const result = written(machine, unknown);
+    char const* const names[] = {"nothing", "cpu.total/none", "network.eth9", "4", ""};
+    for (unsigned int i = 0; i < result.size(); ++i) {
+        EXPECT_EQ(result[i].error().diagnostics().get("variable"), v2::io_value(names[i]));
+    }
     for (auto const& entry : result) {
         EXPECT_EQ(entry.error(), v2::io_errc::not_found) << entry.identifier();
+        EXPECT_EQ(entry.error().diagnostics().get("operation"), v2::io_value("write"));
     }
 }
 

@@ -89,6 +89,7 @@ protected:
     void read() {
         result.assign(identifiers_);
         for (auto const& one : plan_requests(wanted_)) carry_out(one, source, refusals, result);
+        refusals.tell();
     }
 
     void expect_value(unsigned int index, int expected) const {
@@ -378,6 +379,20 @@ TEST_F(reader, variables_that_are_refused_together_are_logged_together) {
     ASSERT_EQ(host.log().size(), 1U);
     EXPECT_EQ(host.log()[0].text, "the controller refuses to read holding registers 1 to 2 "
                                   "(2 variables): illegal function");
+}
+
+TEST_F(reader, what_many_requests_are_refused_for_the_same_reason_is_logged_once) {
+    source.served_end = 0;
+    for (unsigned int address = 0; address < 3000; ++address) want(address);
+    want(7, register_kind::input);
+    read();
+    ASSERT_EQ(host.log().size(), 2U);
+    EXPECT_EQ(host.log()[0].text, "the controller refuses to read holding registers for 3000 "
+                                  "variables, first 0 (0): illegal data address");
+    EXPECT_EQ(host.log()[1].text,
+              "the controller refuses to read input registers 7 (7): illegal data address");
+    read();
+    EXPECT_EQ(host.log().size(), 2U);
 }
 
 TEST_F(reader, a_lost_connection_is_no_refusal) {

@@ -98,6 +98,25 @@ TEST_F(reading, other_identifiers_are_in_no_map) {
     v2::io_error error;
     opened_->read(result, error);
     EXPECT_EQ(summaries(result), texts(7, "generic:1 not found"));
+    EXPECT_EQ(describe(result[2].error()),
+              "generic:1 not found {operation: (string) \"read\", variable: (string) "
+              "\"pump1.state/torque\"}");
+    EXPECT_EQ(test_support::detail_of(result[5].error(), "variable"), v2::io_value("1"));
+}
+
+TEST_F(reading, what_is_in_no_map_is_named_by_every_operation) {
+    auto const written = write_one(*opened_, "tank3.level", 1);
+    EXPECT_EQ(describe(written), "generic:1 not found {operation: (string) \"write\", variable: "
+                                 "(string) \"tank3.level\"}");
+    EXPECT_EQ(test_support::detail_of(write_one(*opened_, "tank.level/x", 1), "variable"),
+              v2::io_value("tank.level/x"));
+    v2::subscription_result subscribed;
+    v2::io_error error;
+    opened_->subscribe(test_support::identifiers_of({"tank3.level"}), subscribed, error);
+    ASSERT_FALSE(subscribed.empty());
+    EXPECT_EQ(describe(subscribed.begin()->error),
+              "generic:1 not found {operation: (string) \"subscribe\", variable: (string) "
+              "\"tank3.level\"}");
 }
 
 TEST_F(reading, what_is_asked_for_twice_is_answered_twice) {

@@ -6,6 +6,8 @@
 #include <modbus_backend/structure_registration.hpp>
 #include <modbus_backend/writer.hpp>
 
+#include <cmath>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -103,6 +105,54 @@ TEST_F(writer, what_the_controller_answers_stands_in_the_error) {
     EXPECT_EQ(detail(error, v2::diagnostics_key::address).as<int>(), 7);
 }
 
+struct refused_write_case {
+    char const* line;
+    v2::io_value value;
+    char const* operation;
+    int function;
+    int address;
+};
+
+TEST_F(writer, what_is_refused_before_anything_is_asked_names_function_address_and_variable) {
+    refused_write_case const cases[] = {
+        {"a holding 7 u16", "high", "convert", 6, 7},
+        {"a holding 7 u32", v2::io_value(), "convert", 16, 7},
+        {"a holding 7 u16[2]", 1, "convert", 16, 7},
+        {"a holding 7 string(2)", "abcde", "convert", 16, 7},
+        {"a coil 3 boolean", "maybe", "convert", 5, 3},
+        {"a coil 3 boolean[2]", true, "convert", 15, 3},
+        {"a holding 20 pump", 5, "convert", 16, 20},
+        // What can only be read has no function that writes it.
+        {"a input 9 u16", 1, "write", 4, 9},
+        {"a discrete 2 boolean", true, "write", 2, 2},
+        {"a input 20 pump", 1, "write", 4, 20},
+    };
+    for (auto const& each : cases) {
+        SCOPED_TRACE(each.line);
+        auto const error = write(each.line, each.value);
+        ASSERT_TRUE(error.failed());
+        EXPECT_EQ(detail(error, v2::diagnostics_key::operation), v2::io_value(each.operation));
+        EXPECT_EQ(detail(error, "function").try_as<int>(), each.function);
+        EXPECT_EQ(detail(error, v2::diagnostics_key::address).try_as<int>(), each.address);
+        EXPECT_EQ(detail(error, "variable"), v2::io_value("a"));
+    }
+    EXPECT_TRUE(controller.asked.empty());
+}
+
+TEST_F(writer, a_member_that_is_refused_names_function_address_and_member) {
+    auto const expect = [this](char const* member, v2::io_value const& value, int function,
+                               int address) {
+        auto const error = write_part("p holding 20 pump", member, value);
+        ASSERT_TRUE(error.failed()) << member;
+        EXPECT_EQ(detail(error, "function").try_as<int>(), function) << member;
+        EXPECT_EQ(detail(error, v2::diagnostics_key::address).try_as<int>(), address) << member;
+        EXPECT_EQ(detail(error, "variable"), v2::io_value(std::string("p/") + member));
+    };
+    expect("runs", "no number", 6, 20);
+    expect("speed", "fast", 16, 21);
+    expect("torque", 1, 16, 20);
+}
+
 TEST_F(writer, the_function_is_that_of_the_kind_and_the_count) {
     controller.write_error = make_modbus_error(modbus_errc::device_busy);
     auto const function = [this](char const* line, v2::io_value const& value) {
@@ -197,6 +247,35 @@ TEST_F(writer, a_structure_as_wide_as_a_request_goes_in_two) {
     EXPECT_TRUE(write("structure wide\nwords 0 u16[125]\nend\nw holding 0 wide", object).ok());
     EXPECT_EQ(controller.asked, texts({"read 0+125", "write 0+123", "write 123+2"}));
     EXPECT_EQ(controller.registers[124], 7);
+}
+
+TEST_F(writer, nothing_but_a_structure_takes_an_object) {
+    auto const object = loose_object({{"runs", 1}});
+    v2::utility::array<v2::io_object> objects(2);
+    for (auto const* const line :
+         {"a coil 3 boolean", "a holding 7 u16", "a holding 7 string(4)"}) {
+        EXPECT_EQ(write(line, object), v2::io_error(v2::io_errc::incompatible_type)) << line;
+    }
+    EXPECT_EQ(write("a coil 3 boolean[2]", objects), v2::io_error(v2::io_errc::incompatible_type));
+    EXPECT_TRUE(controller.asked.empty());
+}
+
+TEST_F(writer, what_is_not_finite_fits_32_bits_as_well) {
+    constexpr double endless = std::numeric_limits<double>::infinity();
+    EXPECT_TRUE(write("a holding 10 flt", std::nan("")).ok());
+    EXPECT_EQ(controller.registers[10] & 0x7FC0, 0x7FC0);
+    EXPECT_TRUE(write("a holding 10 flt", -endless).ok());
+    EXPECT_EQ(controller.registers[10], 0xFF80);
+    EXPECT_EQ(controller.registers[11], 0);
+    EXPECT_TRUE(write("a holding 10 flt[2]", v2::utility::array<double>{endless, 1.5}).ok());
+    EXPECT_EQ(controller.registers[10], 0x7F80);
+    EXPECT_EQ(controller.registers[12], 0x3FC0);
+    for (auto const& value :
+         {v2::io_value(1e300), v2::io_value(v2::utility::array<double>{endless, 1e300})}) {
+        auto const* const line = value.is_array() ? "a holding 10 flt[2]" : "a holding 10 flt";
+        EXPECT_EQ(write(line, value), v2::io_error(v2::io_errc::value_too_large));
+    }
+    EXPECT_EQ(write("a holding 10 u16", std::nan("")), v2::io_error(v2::io_errc::value_too_large));
 }
 
 TEST_F(writer, an_object_of_the_structure_itself_goes_as_it_is) {

@@ -143,6 +143,24 @@ void judge_defaults(subject const& about, std::vector<config::option> const& opt
     about.rules.judge("defaults_fit_their_options", found, std::to_string(count) + " defaults");
 }
 
+void judge_choices(subject const& about, std::vector<config::option> const& options) {
+    faults found;
+    std::size_t count = 0;
+    for (auto const& option : options) {
+        if (v2::name_of(option.value_type()) == nullptr) continue; // which is said already
+        auto const type = v2::io_data_type::scalar(option.value_type());
+        for (auto const& choice : option.options()) {
+            ++count;
+            if (choice.value.empty() || !choice.value.converts_to(type)) {
+                found.push_back("the choice " + quoted(choice.display_name.str()) + " of " +
+                                quoted(option.key().str()) + " is no " +
+                                v2::name_of(option.value_type()));
+            }
+        }
+    }
+    about.rules.judge("choices_fit_their_options", found, std::to_string(count) + " choices");
+}
+
 void judge_empty_configuration(subject const& about,
                                std::vector<config::option> const& options,
                                judge_of_configurations& judge) {
@@ -256,6 +274,7 @@ void judge_module(subject const& about) {
     judge_form(about, form);
     auto const options = options_of(form);
     judge_defaults(about, options);
+    judge_choices(about, options);
     judge_of_configurations judge(about, form);
     judge_empty_configuration(about, options, judge);
     auto opened = judge_refusals(about, "unknown_key_is_an_error", unknown_keys(about), "", judge);

@@ -2,6 +2,9 @@
 
 #include <tavi/ioapi/v2/io_value.hpp>
 
+#include <algorithm>
+#include <utility>
+
 namespace iohost::conformance {
 
 namespace {
@@ -23,6 +26,13 @@ v2::io_error_category const& stale() {
 
 constexpr int stale_code = 4711;
 
+/// Each fault once, so that one of every call does not pass for memory that is lost.
+void note(std::vector<std::string>& list, std::string fault) {
+    if (std::find(list.begin(), list.end(), fault) == list.end()) {
+        list.push_back(std::move(fault));
+    }
+}
+
 } // namespace
 
 v2::io_error observed::stale_error() {
@@ -32,7 +42,7 @@ v2::io_error observed::stale_error() {
 void observed::judge(char const* operation, v2::io_error& error) {
     ++calls_;
     if (&error.category() == &stale()) {
-        uncleared_.push_back(std::string(operation) + " leaves the error as it was before");
+        note(uncleared_, std::string(operation) + " leaves the error as it was before");
         error.reset();
     }
     entry(operation, error);
@@ -44,10 +54,10 @@ void observed::entry(char const* operation, v2::io_error const& error) {
     char const* const category = error.category().name();
     std::string const where = std::string(" by ") + operation;
     if (category == nullptr || *category == '\0') {
-        unexplained_.push_back("code " + std::to_string(error.code()) + where +
-                               " has a category without a name");
+        note(unexplained_,
+             "code " + std::to_string(error.code()) + where + " has a category without a name");
     } else if (error.message().empty()) {
-        unexplained_.push_back(describe(error) + where + " has no message");
+        note(unexplained_, describe(error) + where + " has no message");
     }
 }
 
@@ -65,9 +75,9 @@ void observed::record(host_services::level level, std::string_view text) {
     std::lock_guard const lock(records_guard_);
     ++records_;
     if (level > host_services::level::fatal) {
-        odd_records_.push_back("a record of " + name_of(level));
+        note(odd_records_, "a record of " + name_of(level));
     } else if (text.empty()) {
-        odd_records_.emplace_back("a record without a text");
+        note(odd_records_, "a record without a text");
     }
 }
 

@@ -1,3 +1,4 @@
+#include <tavi/ioapi/v2/io_object.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 
 #include "../entry_name.hpp"
@@ -155,34 +156,122 @@ void judge_attempts(subject const& about,
     }
 }
 
+bool is_plain_scalar(v2::io_data_type const& type) {
+    return !type.is_array() && type.basic_type != kinds::object;
+}
+
+v2::io_object with_made_up_member(v2::plc_identifier const& variable) {
+    v2::io_object object;
+    object.set(unknown_member(variable).secondary().text(), 1);
+    return object;
+}
+
+/// A value that a variable must refuse, or the empty value where this one may take it.
+using unfit_value = v2::io_value (*)(writable const& known);
+
+v2::io_value text_for_a_number(writable const& known) {
+    return is_number(known.value.data_type()) ? v2::io_value("no number") : v2::io_value();
+}
+
+v2::io_value too_large_a_number(writable const& known) {
+    auto const& type = known.value.data_type();
+    return is_number(type) ? too_large_for(type.basic_type) : v2::io_value();
+}
+
+v2::io_value array_for_a_scalar(writable const& known) {
+    if (!is_plain_scalar(known.value.data_type())) return {};
+    return v2::utility::array<int>{1, 2};
+}
+
+v2::io_value scalar_for_an_array(writable const& known) {
+    return known.value.is_array() ? v2::io_value(1) : v2::io_value();
+}
+
+v2::io_value object_for_a_scalar(writable const& known) {
+    if (!is_plain_scalar(known.value.data_type())) return {};
+    return with_made_up_member(known.identifier);
+}
+
+v2::io_value wrong_member_of_a_structure(writable const& known) {
+    if (known.value.get_if<v2::io_object>() == nullptr) return {};
+    return with_made_up_member(known.identifier);
+}
+
+struct refusal_rule {
+    char const* name;
+    unfit_value unfit;
+    char const* where_none;
+};
+
+constexpr refusal_rule refusal_rules[] = {
+    {"text_for_a_number_is_refused", text_for_a_number, "no number can be written"},
+    {"too_large_a_number_is_refused", too_large_a_number,
+     "no number can be written that has an end"},
+    {"array_for_a_scalar_is_refused", array_for_a_scalar, "no scalar can be written"},
+    {"scalar_for_an_array_is_refused", scalar_for_an_array, "no array can be written"},
+    {"object_for_a_scalar_is_refused", object_for_a_scalar, "no scalar can be written"},
+    {"wrong_member_is_refused", wrong_member_of_a_structure, "no structure can be written"},
+};
+
 void judge_refusals(subject const& about,
                     example::backend& backend,
                     std::vector<writable> const& variables) {
-    faults texts;
-    faults numbers;
-    faults members;
-    std::size_t text_count = 0;
-    std::size_t number_count = 0;
-    std::size_t member_count = 0;
-    for (auto const& known : variables) {
-        auto const& type = known.value.data_type();
-        attempt(about, backend, known, unknown_member(known.identifier), 1, members, member_count);
-        if (!is_number(type)) continue;
-        attempt(about, backend, known, known.identifier, "no number", texts, text_count);
-        auto const large = too_large_for(type.basic_type);
-        if (large.empty()) continue;
-        attempt(about, backend, known, known.identifier, large, numbers, number_count);
-    }
     bool const may_write = about.allow_writes || !about.writes.empty();
     auto const why = [may_write](char const* where_none) {
         return may_write ? where_none : not_allowed;
     };
-    judge_attempts(about, "text_for_a_number_is_refused", texts, text_count,
-                   why("no number can be written"));
-    judge_attempts(about, "too_large_a_number_is_refused", numbers, number_count,
-                   why("no number can be written that has an end"));
+    for (auto const& rule : refusal_rules) {
+        faults found;
+        std::size_t tried = 0;
+        for (auto const& known : variables) {
+            auto const unfit = rule.unfit(known);
+            if (unfit.empty()) continue;
+            attempt(about, backend, known, known.identifier, unfit, found, tried);
+        }
+        judge_attempts(about, rule.name, found, tried, why(rule.where_none));
+    }
+    faults empties;
+    faults members;
+    std::size_t empty_count = 0;
+    std::size_t member_count = 0;
+    for (auto const& known : variables) {
+        attempt(about, backend, known, known.identifier, {}, empties, empty_count);
+        attempt(about, backend, known, unknown_member(known.identifier), 1, members, member_count);
+    }
+    judge_attempts(about, "empty_value_is_refused", empties, empty_count,
+                   why("nothing can be written"));
     judge_attempts(about, "unknown_member_is_refused", members, member_count,
                    why("nothing can be written"));
+}
+
+/// The value that a variable has, twice in one request.
+void judge_repeated(subject const& about,
+                    example::backend& backend,
+                    std::vector<writable> const& variables) {
+    constexpr char const* rule = "write_of_the_same_twice";
+    if (variables.empty()) {
+        bool const may_write = about.allow_writes || !about.writes.empty();
+        about.rules.skipped(rule, may_write ? "nothing can be written" : not_allowed);
+        return;
+    }
+    auto const& [identifier, value] = variables.front();
+    auto const name = "'" + name_of(identifier) + "'";
+    std::vector<v2::plc_identifier> const wanted{identifier, identifier};
+    v2::write_result result(wanted);
+    v2::io_value const values[] = {value, value};
+    faults found;
+    if (auto const error = about.write(backend, values, result)) found.push_back(describe(error));
+    if (result.size() != wanted.size()) {
+        found.emplace_back("the number of entries is another than before");
+    }
+    for (auto const& entry : result) {
+        if (untouched(entry.error())) {
+            found.push_back(name + " has no answer");
+        } else if (!entry.ok()) {
+            found.push_back(name + " gives " + describe(entry.error()));
+        }
+    }
+    about.rules.judge(rule, found, "both entries are written");
 }
 
 /// One of `--write`: written, read, and the former value put back.
@@ -238,6 +327,7 @@ void judge_writing(subject& about) {
     judge_unknown(about, backend);
     auto taken = judge_write_back(about, backend);
     judge_all_given(about, backend, taken);
+    judge_repeated(about, backend, taken);
     judge_refusals(about, backend, taken);
 }
 

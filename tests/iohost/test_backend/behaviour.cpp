@@ -28,10 +28,14 @@ config::category settings() {
     std::vector<config::option::value_option> const modes{
         {"Calm", "says nothing", form_has("default_outside_choices") ? "asleep" : "calm"},
         {"Busy", "warns when it is opened", "busy"}};
+    std::vector<config::option::value_option> numbers;
+    if (form_has("choice_of_another_type")) {
+        numbers = {{"None", "no more", 0U}, {"Many", "a lot", "many"}};
+    }
     std::vector<config::option> options{
         {"fault", "Fault", "What it does wrong", v2::io_value("none")},
         {"mode", "Mode", "How much it says", v2::io_value("calm"), modes},
-        {"variables", "Variables", "How many more there are", v2::io_value(0U)},
+        {"variables", "Variables", "How many more there are", v2::io_value(0U), numbers},
         {"poll_interval", "Interval", "Milliseconds between polls", v2::io_value(20U)},
         {"cycle", "", "A folder that contains itself", v2::io_value(false)}};
     if (form_has("key_twice")) options.push_back(options.front());

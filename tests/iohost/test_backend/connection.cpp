@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <list>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -20,10 +21,12 @@ using quality = v2::io_data_value::value_quality;
 
 void leak(behaviour const& how) {
     static std::vector<std::unique_ptr<std::array<char, 4096>>> kept;
+    static std::list<std::unique_ptr<char>> kept_words;
     if (how.has("leaks_memory")) {
         kept.push_back(std::make_unique<std::array<char, 4096>>());
         kept.back()->fill('x');
     }
+    if (how.has("leaks_a_little")) kept_words.push_back(std::make_unique<char>('x'));
     if (how.has("leaks_descriptor")) (void)::open("/dev/null", O_RDONLY | O_CLOEXEC);
     if (how.has("leaks_thread")) {
         std::thread([] {
@@ -46,10 +49,18 @@ connection::connection(behaviour how, v2::backend_query host)
     host_.log(how_.has("odd_log_record") ? static_cast<v2::log_severity_level>(9)
                                          : v2::log_severity_level::information,
               "opened");
+    if (how_.has("open_hangs")) hang("open");
     if (how_.mode == "busy") host_.log(v2::log_severity_level::warning, "busy\x1b today");
 }
 
+/// As a controller that never answers.
+void connection::hang(char const* where) const {
+    host_.log(v2::log_severity_level::warning, std::string("hangs in ") + where);
+    for (;;) ::pause();
+}
+
 void connection::release() noexcept {
+    if (how_.has("release_hangs")) hang("release");
     host_.log(v2::log_severity_level::information,
               "released with " + std::to_string(subscriptions_.size()) + " subscriptions");
     delete this;
@@ -122,10 +133,48 @@ void connection::read(v2::read_result& result, v2::io_error& error) noexcept {
     }
 }
 
+bool connection::takes_other_shape(v2::io_value const& value) const {
+    if (value.get_if<v2::io_object>() != nullptr) return how_.has("takes_objects_for_scalars");
+    return how_.has(value.is_array() ? "takes_arrays_for_scalars" : "takes_scalars_for_arrays");
+}
+
+/// The members that are given, in what the variable holds.
+v2::io_value connection::converted_object(variable const& known,
+                                          v2::io_value const& value,
+                                          v2::io_error& error) const {
+    v2::io_object changed(*known.value.value().get_if<v2::io_object>());
+    auto const* const given = value.get_if<v2::io_object>();
+    if (given == nullptr) {
+        error = v2::io_errc::incompatible_type;
+        return changed;
+    }
+    for (auto const& [name, member] : *given) {
+        if (changed.has(name)) {
+            changed.set(name, member, error);
+        } else if (!how_.has("takes_any_object")) {
+            error = v2::io_errc::invalid_property;
+        }
+        if (error) break;
+    }
+    return changed;
+}
+
 v2::io_value connection::converted(variable const& known,
                                    v2::io_value const& value,
                                    v2::io_error& error) const {
     auto const& type = known.value.value().data_type();
+    bool const is_object = type.basic_type == v2::io_data_type::basic_types::object;
+    if (value.empty()) {
+        if (!how_.has("takes_the_empty_value")) error = v2::io_errc::incompatible_type;
+        v2::io_error ignored;
+        return is_object ? known.value.value() : value.to_variant(type, ignored);
+    }
+    if (is_object) return converted_object(known, value, error);
+    if (value.is_array() != type.is_array() || value.get_if<v2::io_object>() != nullptr) {
+        if (!takes_other_shape(value)) error = v2::io_errc::incompatible_type;
+        v2::io_error ignored;
+        return v2::io_value().to_variant(type, ignored);
+    }
     auto fit = value.to_variant(type, error);
     if (error == v2::io_error(v2::io_errc::incompatible_type) &&
         how_.has("takes_texts_for_numbers")) {
@@ -181,7 +230,10 @@ void connection::write(v2::utility::data_view<v2::io_value const> values,
         error = v2::io_error(device_category(), 7);
         return;
     }
+    bool const same = result.size() == 2 && result[0].identifier() == result[1].identifier() &&
+                      plant_.find(result[0].identifier()) != nullptr;
     for (unsigned int i = 0; i < result.size(); ++i) {
+        if (i == 1 && same && how_.has("writes_the_repeated_once")) continue;
         auto outcome = write_one(result[i].identifier(), values[i]);
         bool const keeps = how_.has("keeps_no_outcome") && !outcome;
         if (!keeps) result.set(i, std::move(outcome));
@@ -236,6 +288,7 @@ bool connection::has_news(subscription& each) {
 void connection::poll(v2::read_result& changes, v2::io_error& error) noexcept {
     error.reset();
     if (!how_.has("poll_appends")) changes.resize(0);
+    if (how_.has("poll_hangs") && polls_ == 1) hang("poll");
     if (++polls_ > 1 && how_.has("poll_fails")) {
         error = v2::io_error(device_category(), 7);
         return;

@@ -49,6 +49,11 @@ private:
     [[nodiscard]] v2::io_error write_member(variable& known,
                                             v2::plc_identifier const& target,
                                             v2::io_value const& value);
+    void hang(char const* where) const;
+    [[nodiscard]] bool takes_other_shape(v2::io_value const& value) const;
+    [[nodiscard]] v2::io_value converted_object(variable const& known,
+                                                v2::io_value const& value,
+                                                v2::io_error& error) const;
     [[nodiscard]] v2::io_value converted(variable const& known,
                                          v2::io_value const& value,
                                          v2::io_error& error) const;
