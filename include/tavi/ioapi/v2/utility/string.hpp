@@ -78,7 +78,7 @@ public:
     /// Takes the block and leaves the empty text; assigning a text to itself changes nothing.
     string& operator=(string&& other) noexcept {
         if (this != &other) {
-            release();
+            if (data_ != nullptr) release();
             size_ = std::exchange(other.size_, 0);
             data_ = std::exchange(other.data_, nullptr);
         }
@@ -134,9 +134,7 @@ private:
         return block;
     }
 
-    void release() noexcept {
-        if (data_ != nullptr) detail::release_block(data_, size_ + 1);
-    }
+    void release() noexcept { detail::release_block(data_, size_ + 1); }
 
     [[maybe_unused]] detail::iokern_allocator allocator_;
     unsigned int size_ = 0;
