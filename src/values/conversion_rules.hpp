@@ -22,7 +22,7 @@
 /// `fits` tells whether a source converts, `make` gives the result of one that does, `failure` is
 /// the code of one that does not. A rule whose test is most of the work has `convert` as well,
 /// which does both in one go and writes its target only on success. `misfit` is `fits` as a number
-/// of the source's own kind, 0 for what fits, for loops.
+/// as wide as the source, 0 for what fits, for loops.
 
 namespace tavi::ioapi::v2::detail {
 

@@ -68,6 +68,8 @@ struct plain_number {
 };
 
 inline plain_number plain(io_value const& value) noexcept {
+    // What is stored without a legal alternative is for the rules to meet.
+    if (value.index() < 0 || value.index() > last_plain_index) return {};
     return value.visit([]<class T>(T const& payload) -> plain_number {
         if constexpr (!number<T>) {
             return {};

@@ -93,6 +93,9 @@ template <class T>
 inline constexpr bool has_wide_form =
     is_one_of<T, short, unsigned short, int, unsigned int, float, double>;
 
+/// From this many elements on, to ask for wide vectors costs little beside the work.
+inline constexpr unsigned int worth_asking = 64;
+
 template <class To, class From>
 [[gnu::always_inline]] inline bool convert_blocks(From const* from,
                                                   To* to,
@@ -113,7 +116,8 @@ TAVI_IOAPI_WIDE_VECTORS bool convert_blocks_wide(From const* from,
 template <class To, class From>
 [[nodiscard]] bool convert_run(From const* from, To* to, unsigned int count) noexcept {
     if constexpr (has_wide_form<To> && has_wide_form<From>) {
-        if (has_wide_vectors) return convert_blocks_wide(from, to, count);
+        if (count >= worth_asking && has_wide_vectors())
+            return convert_blocks_wide(from, to, count);
     }
     return convert_blocks(from, to, count);
 }

@@ -5,10 +5,12 @@
 
 #if defined(__x86_64__)
 #include <immintrin.h>
+#if __has_include(<sys/platform/x86.h>)
 #if defined(__clang__)
 #define _Bool bool // NOLINT(bugprone-reserved-identifier): the header is written for C
 #endif
 #include <sys/platform/x86.h>
+#endif
 #endif
 
 namespace tavi::ioapi::v2::detail {
@@ -121,10 +123,6 @@ TAVI_IOAPI_WIDE_VECTORS bool agree_wide(int const* a,
     return _mm256_movemask_pd(differ) == 0;
 }
 
-bool processor_has_wide_vectors() noexcept {
-    return CPU_FEATURE_ACTIVE(AVX2);
-}
-
 constexpr unsigned int whole_steps(unsigned int count) noexcept {
     return count - count % 4;
 }
@@ -132,15 +130,11 @@ constexpr unsigned int whole_steps(unsigned int count) noexcept {
 template <class T>
 bool agree(T const* a, double const* b, unsigned int count) noexcept {
     unsigned int const many = whole_steps(count);
-    bool const same = has_wide_vectors ? agree_wide(a, b, many) : agree_narrow(a, b, many);
+    bool const same = has_wide_vectors() ? agree_wide(a, b, many) : agree_narrow(a, b, many);
     return same && agree_plain(a + many, b + many, count - many);
 }
 
 #else
-
-constexpr bool processor_has_wide_vectors() noexcept {
-    return false;
-}
 
 template <class T>
 bool agree(T const* a, double const* b, unsigned int count) noexcept {
@@ -151,13 +145,21 @@ bool agree(T const* a, double const* b, unsigned int count) noexcept {
 
 } // namespace
 
-bool const has_wide_vectors = processor_has_wide_vectors();
+bool has_wide_vectors() noexcept {
+#if defined(CPU_FEATURE_ACTIVE)
+    return CPU_FEATURE_ACTIVE(AVX2);
+#elif defined(__x86_64__)
+    return __builtin_cpu_supports("avx2");
+#else
+    return false;
+#endif
+}
 
 bool convert_whole(double const* from, int* to, unsigned int count) noexcept {
 #if defined(__x86_64__)
     unsigned int const many = whole_steps(count);
-    bool const all = has_wide_vectors ? convert_whole_wide(from, to, many)
-                                      : convert_whole_narrow(from, to, many);
+    bool const all = has_wide_vectors() ? convert_whole_wide(from, to, many)
+                                        : convert_whole_narrow(from, to, many);
     return all && convert_whole_plain(from + many, to + many, count - many);
 #else
     return convert_whole_plain(from, to, count);

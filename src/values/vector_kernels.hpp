@@ -1,11 +1,12 @@
 #pragma once
 
 /// \file
-/// Loops over doubles that take several elements at once, and the choice of the processor's wider
-/// vectors for all other loops. Everything here gives the same results on every processor.
+/// Loops over doubles that take several elements at once, and whether the processor has wider
+/// vectors, for conversions between the kinds that controllers make arrays of. Everything here
+/// gives the same results on every processor.
 
 /// Compiles a function for vectors of 256 bits where the platform may have them, with all that is
-/// inlined into it. Call it only where `has_wide_vectors`.
+/// inlined into it. Call it only where `has_wide_vectors()`.
 #if defined(__x86_64__)
 #define TAVI_IOAPI_WIDE_VECTORS [[gnu::target("avx2")]]
 #else
@@ -14,10 +15,10 @@
 
 namespace tavi::ioapi::v2::detail {
 
-/// Whether this processor has vectors of 256 bits. As the C library sees it, so that
-/// `GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2` holds both to what every processor has. False until the
-/// library is initialised.
-[[gnu::visibility("hidden")]] extern bool const has_wide_vectors;
+/// Whether this processor has vectors of 256 bits. Where the C library can be asked, as it sees it,
+/// so that `GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2` holds both to what every processor has. A call:
+/// for runs that are worth it.
+[[nodiscard]] bool has_wide_vectors() noexcept;
 
 /// Convert doubles that are whole numbers of 32 bits.
 /// \return whether all are; if not, what `to` then holds means nothing

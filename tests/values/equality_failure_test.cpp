@@ -58,5 +58,30 @@ TEST(EqualityOfCorruptValues, RaisesTheEmptyText) {
     }
 }
 
+TEST(EqualityOfCorruptValues, RaisesTheEmptyTextAgainstAnotherDataType) {
+    for (int const index : {-1, 34}) {
+        raw_value corrupt(5);
+        corrupt_index(*corrupt, index);
+        for (io_value const& other : {io_value(5.0), io_value("x"), io_value(5ULL), io_value(true),
+                                      io_value(array<int>{5})}) {
+            EXPECT_TRUE(raises_empty_text([&] { (void)(*corrupt == other); })) << other;
+            EXPECT_TRUE(raises_empty_text([&] { (void)(*corrupt != other); })) << other;
+            EXPECT_TRUE(raises_empty_text([&] { (void)(other == *corrupt); })) << other;
+        }
+        corrupt_index(*corrupt, 4);
+        corrupt.destroy();
+    }
+}
+
+TEST(EqualityOfCorruptValues, IsNotLookedAtByNothingUnderAnotherType) {
+    raw_value corrupt(io_value{});
+    corrupt_index(*corrupt, -1);
+    io_value const nothing(io_data_type::scalar(io_data_type::basic_types::i32), nullptr);
+    EXPECT_TRUE(nothing.equals(*corrupt));
+    EXPECT_TRUE(nothing == *corrupt);
+    corrupt_index(*corrupt, 0);
+    corrupt.destroy();
+}
+
 } // namespace
 } // namespace whole_values

@@ -187,7 +187,7 @@ public:
     /// of any of them, as which an array is had.
     /// \{
 
-    /// \param[out] error  cleared first, see `detail::get_as`
+    /// \param[out] error  cleared or set, see `detail::get_as`
     /// \return the converted value, or the default of `T` when `error` is set
     /// \throws std::bad_alloc  for a standard text or vector
     template <class T>
@@ -255,7 +255,7 @@ public:
     /// A copy where `type` is the value's own, else the payload converted. An array of any kind
     /// gives `array_kind` 2. The empty value converts to any scalar, and anything to the type
     /// `empty`.
-    /// \param[out] error  cleared first; as for `detail::get_as`, and `incompatible_type` (3) for
+    /// \param[out] error  cleared or set as by `detail::get_as`, and `incompatible_type` (3) for
     ///     a type of objects or an unknown one
     /// \return a value of the type. Where `error` is set, one with the default payload, or the
     ///     empty value for a type that nothing converts to

@@ -42,7 +42,7 @@ namespace detail {
 /// - To values: each element becomes a value of its own kind. An array of `char` is taken for a
 ///   pair of texts instead: the bytes up to the first zero, and an empty one.
 ///
-/// \param[out] error  cleared first; `value_too_large` (4): out of range, not whole, or a truth
+/// \param[out] error  cleared, or `value_too_large` (4): out of range, not whole, or a truth
 ///     value for a number; `incompatible_type` (3): a text that does not parse, an object or an
 ///     array for a scalar, no array for an array; `unhandled_exception` (8): exhausted memory or a
 ///     corrupt value. Of several elements that fail, the first decides.
