@@ -2,6 +2,7 @@
 #include "rules.hpp"
 
 #include <algorithm>
+#include <optional>
 
 namespace fuzz {
 
@@ -59,48 +60,61 @@ bool equals_list(list<T> const& left, value_model const& right) {
     }
 }
 
-/// Numbers of two kinds that share a data type: by value, and the 8-bit kinds by their byte.
-template <class T, class Other>
-bool equal_kinds(T const& left, Other const& right) {
-    if constexpr (is_list<T> && is_list<Other>) {
-        using L = element_of_t<T>;
-        using R = element_of_t<Other>;
-        if constexpr (is_integer<L> && is_integer<R>) {
-            return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                              [](L one, R other) { return equal_kinds(one, other); });
-        } else {
-            return left.empty() && right.empty() && !std::is_same_v<L, object_model> &&
-                   !std::is_same_v<R, object_model>;
-        }
-    } else if constexpr (std::is_arithmetic_v<T> && std::is_same_v<Other, std::nullptr_t>) {
-        return left == T(); // nothing stored reads as zero
-    } else if constexpr (is_integer<T> && is_integer<Other>) {
-        if constexpr (sizeof(T) == 1 && sizeof(Other) == 1) {
-            return static_cast<unsigned char>(left) == static_cast<unsigned char>(right);
-        } else {
-            return static_cast<wide_integer>(left) == static_cast<wide_integer>(right);
-        }
-    } else {
-        return false;
+/// The integers that a payload or its elements are; nothing for all that is no integer.
+using integers = std::optional<list<wide_integer>>;
+
+integers integers_of(value_model const& value) {
+    return std::visit(
+        [](auto const& payload) -> integers {
+            using T = std::decay_t<decltype(payload)>;
+            if constexpr (is_list<T>) {
+                if constexpr (is_integer<element_of_t<T>>) {
+                    return list<wide_integer>(payload.begin(), payload.end());
+                }
+                if (payload.empty() && !std::is_same_v<element_of_t<T>, object_model>) {
+                    return list<wide_integer>();
+                }
+            } else if constexpr (is_integer<T>) {
+                return list<wide_integer>{payload};
+            }
+            return std::nullopt;
+        },
+        value.payload);
+}
+
+/// Two kinds that share a data type: integers by value, and those of 8 bits by their byte. Nothing
+/// stored reads as zero.
+bool equal_kinds(value_model const& left, value_model const& right) {
+    if (is_empty(right)) {
+        return std::visit(
+            [](auto const& payload) {
+                using T = std::decay_t<decltype(payload)>;
+                if constexpr (std::is_arithmetic_v<T>) return payload == T();
+                return false;
+            },
+            left.payload);
     }
+    integers one = integers_of(left);
+    integers other = integers_of(right);
+    if (is_array(left) != is_array(right) || !one || !other) return false;
+    if (left.type.basic_type == types::i8) {
+        for (wide_integer& each : *one) each &= 255;
+        for (wide_integer& each : *other) each &= 255;
+    }
+    return one == other;
 }
 
 } // namespace
 
 bool equal_stored(value_model const& left, value_model const& right) {
+    if (is_empty(left)) return true;
+    if (left.payload.index() != right.payload.index()) return equal_kinds(left, right);
     return std::visit(
-        [](auto const& one, auto const& other) {
-            using T = std::decay_t<decltype(one)>;
-            using Other = std::decay_t<decltype(other)>;
-            if constexpr (std::is_same_v<T, std::nullptr_t>) {
-                return true;
-            } else if constexpr (std::is_same_v<T, Other>) {
-                return equal_payloads(one, other);
-            } else {
-                return equal_kinds(one, other);
-            }
+        [&](auto const& payload) {
+            using T = std::decay_t<decltype(payload)>;
+            return equal_payloads(payload, std::get<T>(right.payload));
         },
-        left.payload, right.payload);
+        left.payload);
 }
 
 bool equals_one_way(value_model const& left, value_model const& right) {

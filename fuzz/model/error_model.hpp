@@ -3,6 +3,7 @@
 #include <tavi/ioapi/v2/ioapi.hpp>
 
 #include "support/input.hpp"
+#include "value_model.hpp"
 
 #include <optional>
 #include <string>
