@@ -21,7 +21,7 @@ inputs=("$new")
 for folder in "$tree/corpus/$name" "$tree/found/$name"; do
   [[ ! -d $folder ]] || inputs+=("$folder")
 done
-options=(-max_total_time="$seconds" -max_len=2048 -timeout=25 -rss_limit_mb=2048
+options=(-max_total_time="$seconds" -max_len=512 -len_control=0 -timeout=25 -rss_limit_mb=2048
   -print_final_stats=1 -artifact_prefix="$finding/")
 [[ ! -e $tree/$name.dict ]] || options+=(-dict="$tree/$name.dict")
 

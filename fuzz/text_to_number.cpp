@@ -16,7 +16,8 @@ template <class T>
 outcome<T> converted_by_library(v2::io_value const& value) {
     v2::io_error error(io_errc::not_found);
     T const result = value.as<T>(error);
-    check(error.category() == v2::generic_io_error_category(), "a code is of the generic category");
+    check(&error.category() == &v2::generic_io_error_category(),
+          "a code is of the generic category");
     return {result, io_errc{error.code()}};
 }
 

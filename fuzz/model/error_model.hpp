@@ -30,7 +30,7 @@ inline v2::io_error made(error_model const& model) {
 
 inline bool same(v2::io_error const& error, error_model const& model) {
     if (error.code() != model.code || error.ok() != (model.code == 0)) return false;
-    if (error.category() != v2::generic_io_error_category()) return false;
+    if (&error.category() != &v2::generic_io_error_category()) return false;
     std::optional<int> detail;
     for (auto const& entry : error.diagnostics()) detail = entry.value.as<int>();
     return detail == model.detail;
