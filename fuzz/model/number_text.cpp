@@ -4,10 +4,11 @@
 #include <mpfr.h>
 
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <string_view>
+#include <system_error>
 #include <type_traits>
 
 namespace fuzz {
@@ -127,6 +128,22 @@ bool has_magnitude(std::string_view decimal) {
     return mantissa.find_first_of("123456789") != std::string_view::npos;
 }
 
+/// The rules leave it to `std::from_chars` what the range of a type is. For the two narrow formats
+/// that is every number that does not round to zero or infinity. For `long double` it goes through
+/// the C library, which may call a subnormal number out of range where digits of it are lost.
+template <class Real>
+bool is_doubtful(Real magnitude) {
+    return std::is_same_v<Real, long double> && magnitude != 0 &&
+           magnitude < std::numeric_limits<Real>::min();
+}
+
+template <class Real>
+bool is_taken(std::string const& decimal) {
+    Real number{};
+    char const* const first = decimal.data();
+    return std::from_chars(first, first + decimal.size(), number).ec == std::errc();
+}
+
 } // namespace
 
 std::optional<wide_integer> integer_of(std::string const& text,
@@ -158,6 +175,7 @@ std::optional<Real> real_of(std::string const& text) {
         magnitude = rounded<Real>(rest);
         if (std::isinf(magnitude)) return std::nullopt;
         if (magnitude == 0 && has_magnitude(rest)) return std::nullopt;
+        if (is_doubtful(magnitude) && !is_taken<Real>(rest)) return std::nullopt;
     } else {
         return std::nullopt;
     }
