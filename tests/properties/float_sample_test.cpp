@@ -25,7 +25,9 @@ TEST(ExactFloat, IsWhatTheBitsSay) {
             EXPECT_EQ(exact.widened<double>(), double{each});
             bool const trusted = std::fabs(each) <= 16777215.0F && std::trunc(each) == each;
             EXPECT_EQ(exact.trusted(), trusted) << each;
-            if (trusted) EXPECT_EQ(exact.whole(), static_cast<std::int32_t>(each));
+            if (trusted) {
+                EXPECT_EQ(exact.whole(), static_cast<std::int32_t>(each));
+            }
         }
     }
 }
