@@ -86,6 +86,7 @@ category_model random_category(input& script) {
 
 std::vector<option::value_option> made_all(std::vector<choice_model> const& models) {
     std::vector<option::value_option> choices;
+    choices.reserve(models.size());
     for (choice_model const& each : models) {
         choices.push_back({v2::utility::string(each.display_name),
                            v2::utility::string(each.description), fuzz::made(each.value)});
@@ -104,6 +105,7 @@ option made(option_model const& model) {
 
 category made(category_model const& model) {
     std::vector<option> options;
+    options.reserve(model.options.size());
     for (option_model const& each : model.options) options.push_back(made(each));
     return {model.name, model.description, model.wants_connection, model.collapsed, options};
 }

