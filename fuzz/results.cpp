@@ -194,7 +194,7 @@ private:
     void set_value() {
         value_model const value = random_value(script_, {1, 3});
         long long const ticks = random_number<long long>(script_);
-        auto const rank = static_cast<signed char>(script_.byte());
+        int const rank = static_cast<int>(script_.byte()) - 128;
         v2::io_data_value const data(made(value), v2::io_timestamp(ticks), quality{rank});
         set([&](unsigned int at) { result_.set(at, data); },
             [&](v2::plc_identifier const& of) { result_.set(of, data); },

@@ -38,9 +38,10 @@ template <class T>
 inline constexpr bool is_integer = std::is_integral_v<T> && !std::is_same_v<T, bool>;
 
 template <class T>
-inline constexpr wide_integer lowest_of = std::numeric_limits<counted<T>>::min();
+inline constexpr auto lowest_of = static_cast<wide_integer>(std::numeric_limits<counted<T>>::min());
 template <class T>
-inline constexpr wide_integer highest_of = std::numeric_limits<counted<T>>::max();
+inline constexpr auto highest_of =
+    static_cast<wide_integer>(std::numeric_limits<counted<T>>::max());
 
 /// The largest magnitude of a whole number that a format is trusted with.
 template <class Real>
@@ -143,7 +144,7 @@ outcome<T> to_number(P const& payload) {
     } else if constexpr (std::is_same_v<P, bool>) {
         return refused<T>(io_errc::value_too_large);
     } else if constexpr (is_integer<P>) {
-        wide_integer const number = static_cast<counted<P>>(payload);
+        auto const number = static_cast<wide_integer>(static_cast<counted<P>>(payload));
         constexpr bool to_integer = is_integer<T>;
         if constexpr (to_integer) {
             bool const fits = number >= lowest_of<T> && number <= highest_of<T>;
