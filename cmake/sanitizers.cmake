@@ -13,3 +13,8 @@ if(TAVI_IOAPI_SANITIZE)
   # g++ takes the instrumentation of a union for reads of what it has not seen written.
   add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
+# What a fuzzer counts: the edges of the library and of the targets.
+if(TAVI_IOAPI_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_link_options(-fsanitize=fuzzer-no-link)
+endif()
