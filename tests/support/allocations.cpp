@@ -25,18 +25,28 @@ thread_local aligned_call last_allocation;
 thread_local aligned_call last_release;
 thread_local std::size_t countdown = 0; // 0: nothing is to fail
 thread_local bool failed = false;
+thread_local bool stays_exhausted = false;
 
 [[noreturn]] void report(char const* what, std::size_t made, std::size_t given) {
     std::fprintf(stderr, "%s: made with %zu, released with %zu\n", what, made, given);
     std::abort();
 }
 
+/// Whether it is the turn of an allocation that is to fail.
+bool is_exhausted() noexcept {
+    if (countdown == 0) return false;
+    if (countdown > 1) {
+        --countdown;
+        return false;
+    }
+    if (!stays_exhausted) countdown = 0;
+    failed = true;
+    return true;
+}
+
 void* allocate(std::size_t size, std::size_t alignment) noexcept {
     ++thread_counts.allocations;
-    if (countdown != 0 && --countdown == 0) {
-        failed = true;
-        return nullptr;
-    }
+    if (is_exhausted()) return nullptr;
     std::size_t const step = std::max(alignment, alignof(std::max_align_t));
     std::size_t const prefix = (sizeof(block_header) + step - 1) / step * step;
     if (size > SIZE_MAX - prefix - step) return nullptr;
@@ -91,8 +101,9 @@ aligned_call last_aligned_release() noexcept {
     return last_release;
 }
 
-allocation_failure::allocation_failure(std::size_t n) noexcept {
+allocation_failure::allocation_failure(std::size_t n, shortage kind) noexcept {
     countdown = n;
+    stays_exhausted = kind == shortage::lasting;
     failed = false;
 }
 

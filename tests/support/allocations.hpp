@@ -52,10 +52,13 @@ private:
     allocation_counts start_;
 };
 
-/// Makes the n-th allocation of this thread from now on fail (1 is the next one), once.
+/// How long memory stays exhausted: for one allocation, or for all that come after it as well.
+enum class shortage { once, lasting };
+
+/// Makes the n-th allocation of this thread from now on fail (1 is the next one).
 class allocation_failure {
 public:
-    explicit allocation_failure(std::size_t n) noexcept;
+    explicit allocation_failure(std::size_t n, shortage kind = shortage::once) noexcept;
     ~allocation_failure();
     allocation_failure(allocation_failure const&) = delete;
     allocation_failure& operator=(allocation_failure const&) = delete;

@@ -1,0 +1,106 @@
+#include "tables.hpp"
+
+#include <cxxabi.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+// No exported operation without a row that says what becomes of it when there is no memory.
+
+namespace allocation_failure_test {
+namespace {
+
+void remove_all(std::string& text, std::string const& part) {
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part)) {
+        text.erase(at, part.size());
+    }
+}
+
+/// \return the qualified name of a function, without what it gives and takes, below the namespace
+/// of the library; a name of data as it stands.
+std::string plain_name(std::string const& symbol) {
+    int status = 0;
+    std::unique_ptr<char, void (*)(void*)> const demangled(
+        abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status), &std::free);
+    std::string name = status == 0 ? demangled.get() : symbol;
+    remove_all(name, "tavi::ioapi::v2::");
+    remove_all(name, "[abi:cxx11]");
+    std::size_t first = 0;
+    int depth = 0;
+    for (std::size_t at = 0; at < name.size(); ++at) {
+        if (name[at] == '<') ++depth;
+        if (name[at] == '>' && name[at - 1] != '-') --depth;
+        if (depth != 0) continue;
+        if (name[at] == ' ') first = at + 1;
+        if (name[at] == '(') return name.substr(first, at - first);
+    }
+    return name;
+}
+
+/// Whether no row of its own is asked for: data, what cannot fail, and private parts, which
+/// the handles reach.
+bool is_exempt(std::string const& name) {
+    static std::regex const exempt("(typeinfo|vtable).*|.*~.*|(.*::)?\\w*impl(::.*)?|"
+                                   "make_object_implementation<.*|__tavi_ioapi_library_revision.*|"
+                                   "utility::string::S_empty|"
+                                   // It gives no node that could be touched.
+                                   "browse_result::operator\\[\\]");
+    return std::regex_match(name, exempt);
+}
+
+std::set<std::string> exported_names() {
+    std::ifstream list(EXPORTED_NAMES_PATH);
+    std::set<std::string> names;
+    for (std::string line; std::getline(list, line);) {
+        std::string const name = plain_name(line.substr(0, line.find(' ')));
+        if (!is_exempt(name)) names.insert(name);
+    }
+    return names;
+}
+
+std::set<std::string> tried_names() {
+    std::set<std::string> names;
+    for (operation const& row : every_operation()) {
+        names.insert(row.tries.begin(), row.tries.end());
+    }
+    return names;
+}
+
+std::vector<std::string> missing_in(std::set<std::string> const& all,
+                                    std::set<std::string> const& wanted) {
+    std::vector<std::string> missing;
+    for (std::string const& name : wanted) {
+        if (all.count(name) == 0) missing.push_back(name);
+    }
+    return missing;
+}
+
+TEST(ExportedNames, AreReadWithoutArguments) {
+    EXPECT_EQ(plain_name("_ZN4tavi5ioapi2v211read_result3setEjNS1_8io_errorE"), "read_result::set");
+    EXPECT_EQ(plain_name("_ZN4tavi5ioapi2v26detail6get_asIhEET_RKNS1_8io_valueERNS1_8io_errorE"),
+              "detail::get_as<unsigned char>");
+    EXPECT_EQ(plain_name("_ZNK4tavi5ioapi2v219subscription_result14const_iteratorptEv"),
+              "subscription_result::const_iterator::operator->");
+}
+
+TEST(ExportedNames, AreManyAndNotAllExempt) {
+    EXPECT_GT(exported_names().size(), 150U);
+    EXPECT_EQ(exported_names().count("io_object::set"), 1U);
+}
+
+TEST(ExportedNames, AreAllTried) {
+    EXPECT_EQ(missing_in(tried_names(), exported_names()), std::vector<std::string>());
+}
+
+TEST(ExportedNames, AreWhatTheRowsSayThatTheyTry) {
+    EXPECT_EQ(missing_in(exported_names(), tried_names()), std::vector<std::string>());
+}
+
+} // namespace
+} // namespace allocation_failure_test
