@@ -18,6 +18,11 @@ char const category = 0;
     target.index = source.index;
 }
 
+[[gnu::noinline, gnu::cold]] void release_block(value& target) {
+    delete[] target.block;
+    target.index = 0;
+}
+
 [[gnu::noinline, gnu::cold]] void release(void* diagnostics) {
     delete static_cast<int*>(diagnostics);
 }
@@ -80,6 +85,19 @@ unsigned char to_u8(value const& source, error& outcome) {
 
 int to_i32(value const& source, error& outcome) {
     return convert<int>(source, outcome);
+}
+
+void make(data_value& target, value& source, long long stamp, int quality) {
+    target = {source, stamp, quality};
+    source.index = 0;
+}
+
+void store(entry* entries, unsigned int index, data_value& source) {
+    entry& target = entries[index];
+    if (target.answer.held.index > 4) release_block(target.answer.held);
+    target.answer = source;
+    source.held.index = 0;
+    reset(target.outcome);
 }
 
 } // namespace bench::floor

@@ -39,6 +39,22 @@ struct error {
 };
 static_assert(sizeof(error) == 24);
 
+/// As large as a value with time and quality.
+struct data_value {
+    value held;
+    long long stamp = 0;
+    int quality = 0;
+};
+static_assert(sizeof(data_value) == 72);
+
+/// As large as an entry of a read result.
+struct entry {
+    unsigned long long identifier[8] = {};
+    data_value answer;
+    error outcome;
+};
+static_assert(sizeof(entry) == 160);
+
 /// Copy all bytes, unless the value owns a block.
 BENCH_FLOOR_API void copy(value& target, value const& source);
 
@@ -49,5 +65,11 @@ BENCH_FLOOR_API void move(value& target, value& source);
 BENCH_FLOOR_API long long to_i64(value const& source, error& outcome);
 BENCH_FLOOR_API unsigned char to_u8(value const& source, error& outcome);
 BENCH_FLOOR_API int to_i32(value const& source, error& outcome);
+
+/// Take up a value, which owns nothing afterwards.
+BENCH_FLOOR_API void make(data_value& target, value& source, long long stamp, int quality);
+
+/// The same into an entry, whose error is reset.
+BENCH_FLOOR_API void store(entry* entries, unsigned int index, data_value& source);
 
 } // namespace bench::floor

@@ -1,3 +1,4 @@
+#include "floor/floor.hpp"
 #include "harness.hpp"
 #include "identifiers.hpp"
 #include "operations.hpp"
@@ -24,9 +25,28 @@ std::vector<int> targets() {
     return result;
 }
 
+/// \param make  of the list, which has `fill` of an index and a number, and `number` at an index
+template <class Make>
+void add_fill(std::string const& name, Make make) {
+    add("result_fill", name, built, [make] {
+        auto const list = make();
+        auto const run = [=] {
+            for (int i = 0; i < built; ++i) list->fill(i, i * 0.5);
+            DoNotOptimize(*list);
+        };
+        return job{run, [=] {
+                       for (int i = 0; i < built; ++i) list->fill(i, i * 0.25);
+                       for (int i = 0; i < built; ++i) {
+                           if (list->number(i) != i * 0.25) return false;
+                       }
+                       return true;
+                   }};
+    });
+}
+
 /// The three operations on a list.
-/// \tparam List  has `ids`, which makes identifiers of texts; is built of them; has `fill` of an
-///     index and a number, `number` at an index, and `find` of an identifier, the index or -1
+/// \tparam List  has `ids`, which makes identifiers of texts; is built of them; has what `add_fill`
+///     takes, and `find` of an identifier, the index or -1
 template <class List>
 void add_list(std::string const& name) {
     add("result_build", name, built, [] {
@@ -40,20 +60,7 @@ void add_list(std::string const& name) {
                        return list.find((*ids)[built - 1]) == built - 1;
                    }};
     });
-    add("result_fill", name, built, [] {
-        auto const list = std::make_shared<List>(List::ids(identifier_texts(built)));
-        auto const run = [=] {
-            for (int i = 0; i < built; ++i) list->fill(i, i * 0.5);
-            DoNotOptimize(*list);
-        };
-        return job{run, [=] {
-                       for (int i = 0; i < built; ++i) list->fill(i, i * 0.25);
-                       for (int i = 0; i < built; ++i) {
-                           if (list->number(i) != i * 0.25) return false;
-                       }
-                       return true;
-                   }};
-    });
+    add_fill(name, [] { return std::make_shared<List>(List::ids(identifier_texts(built))); });
     add("result_find_1000", name, 64, [] {
         auto const ids = shared(List::ids(identifier_texts(searched)));
         auto const list = std::make_shared<List>(*ids);
@@ -163,6 +170,24 @@ private:
     std::vector<entry_type> entries_;
 };
 
+/// Entries that are filled by the two calls that the interface has for it, and do no more.
+class floor_list {
+public:
+    void fill(int index, double number) {
+        floor::value value(number);
+        floor::data_value answer;
+        floor::make(answer, value, index, 1);
+        floor::store(entries_.data(), static_cast<unsigned int>(index), answer);
+    }
+    [[nodiscard]] double number(int index) const {
+        auto const& entry = entries_[static_cast<std::size_t>(index)];
+        return entry.answer.held.index == 4 && entry.outcome.code == 0 ? entry.answer.held.dbl : -1;
+    }
+
+private:
+    std::vector<floor::entry> entries_ = std::vector<floor::entry>(built);
+};
+
 /// Identifiers of 24 bytes side by side, as three words.
 void add_contiguous_search() {
     struct words {
@@ -254,6 +279,7 @@ private:
 void add_read_results() {
     add_list<iokern_list>("iokern");
     add_list<hand_list>("limit");
+    add_fill("floor", std::make_shared<floor_list>);
     add_contiguous_search();
     add_list<record_list<std::string, std_value>>("std_string and variant");
     add_list<record_list<QString, QVariant>>("qt_qstring and qvariant");

@@ -26,4 +26,19 @@ union immortal_category {
     return io_error(generic_category.category, static_cast<int>(code));
 }
 
+/// As `report`, where there are diagnostics to be released.
+[[gnu::cold, gnu::noinline]] inline void report_anew(io_error& error, io_errc code) noexcept {
+    error = outcome(code);
+}
+
+/// Give `error` the outcome of an operation, in the place of what it has. The release of
+/// diagnostics stands apart: the usual way has no call in it and saves no registers for one.
+inline void report(io_error& error, io_errc code) noexcept {
+    if (error.has_diagnostics()) [[unlikely]] {
+        report_anew(error, code);
+    } else {
+        error = outcome(code);
+    }
+}
+
 } // namespace tavi::ioapi::v2::detail

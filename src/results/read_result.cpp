@@ -3,14 +3,16 @@
 #include "entries.hpp"
 #include "foundation/outcome.hpp"
 #include "foundation/range.hpp"
+#include "values/payload_transfer.hpp"
 
 #include <utility>
 
 namespace tavi::ioapi::v2 {
 
+// Of an argument, which ends with the call.
 inline void read_result::result_type::take(io_data_value& value) {
-    value_ = std::move(value);
-    error_ = detail::outcome(io_errc::success);
+    detail::payload_transfer::replace(value_, value);
+    detail::report(error_, io_errc::success);
 }
 
 void read_result::result_type::set(io_data_value value) {

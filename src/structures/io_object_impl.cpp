@@ -28,16 +28,16 @@ bool io_object_impl::has(std::string_view key) const noexcept {
 
 io_value io_object_impl::get(std::string_view key, io_error& error) const {
     if (!is_valid_key(key)) {
-        error = detail::outcome(io_errc::invalid_property);
+        detail::report(error, io_errc::invalid_property);
         return io_value();
     }
     auto const place = values_.find(key);
     if (place != values_.end()) {
-        error = detail::outcome(io_errc::success);
+        detail::report(error, io_errc::success);
         return place->second;
     }
     // A declared member that is not set reads as empty; a free key that is not there is an error.
-    error = detail::outcome(only_known_keys() ? io_errc::success : io_errc::not_found);
+    detail::report(error, only_known_keys() ? io_errc::success : io_errc::not_found);
     return io_value();
 }
 
@@ -49,7 +49,7 @@ io_data_type io_object_impl::get_type(std::string_view key) const noexcept {
 
 void io_object_impl::set(std::string key, io_value value, io_error& error) {
     if (!is_valid_key(key)) {
-        error = detail::outcome(io_errc::invalid_property);
+        detail::report(error, io_errc::invalid_property);
         return;
     }
     // What the structure declares is converted with free keys as well.
@@ -57,7 +57,7 @@ void io_object_impl::set(std::string key, io_value value, io_error& error) {
         io_data_type const declared = structure_.get_member(key);
         if (declared != value.data_type()) {
             if (!value.converts_to(declared)) {
-                error = detail::outcome(io_errc::incompatible_type);
+                detail::report(error, io_errc::incompatible_type);
                 return;
             }
             io_error failure;
@@ -66,18 +66,18 @@ void io_object_impl::set(std::string key, io_value value, io_error& error) {
         }
     }
     values_.insert_or_assign(std::move(key), std::move(value));
-    error = detail::outcome(io_errc::success);
+    detail::report(error, io_errc::success);
 }
 
 void io_object_impl::remove(std::string_view key, io_error& error) {
     if (!is_valid_key(key)) {
-        error = detail::outcome(io_errc::invalid_property);
+        detail::report(error, io_errc::invalid_property);
         return;
     }
     auto const place = values_.find(key);
     bool const is_missing = place == values_.end() && !only_known_keys();
     if (place != values_.end()) values_.erase(place);
-    error = detail::outcome(is_missing ? io_errc::not_found : io_errc::success);
+    detail::report(error, is_missing ? io_errc::not_found : io_errc::success);
 }
 
 io_object_impl::members::const_iterator io_object_impl::begin() const {

@@ -11,7 +11,7 @@ io_data_type io_structure_dictionary::impl::add(io_structure_type structure, io_
     std::lock_guard const guard(lock_);
     unsigned long long const id = get_unused_id();
     structures_.insert_or_assign(id, std::move(structure));
-    error = detail::outcome(io_errc::success);
+    detail::report(error, io_errc::success);
     return io_data_type::object(id);
 }
 
@@ -19,10 +19,10 @@ io_structure_type io_structure_dictionary::impl::get(unsigned long long id, io_e
     std::lock_guard const guard(lock_);
     auto const place = structures_.find(id);
     if (place == structures_.end()) {
-        error = detail::outcome(io_errc::not_found);
+        detail::report(error, io_errc::not_found);
         return io_structure_type();
     }
-    error = detail::outcome(io_errc::success);
+    detail::report(error, io_errc::success);
     return place->second;
 }
 
@@ -31,13 +31,13 @@ void io_structure_dictionary::impl::replace(unsigned long long id,
                                             io_error& error) {
     std::lock_guard const guard(lock_);
     structures_.insert_or_assign(id, std::move(structure));
-    error = detail::outcome(io_errc::success);
+    detail::report(error, io_errc::success);
 }
 
 void io_structure_dictionary::impl::remove(unsigned long long id, io_error& error) {
     std::lock_guard const guard(lock_);
     bool const was_there = structures_.erase(id) != 0;
-    error = detail::outcome(was_there ? io_errc::success : io_errc::not_found);
+    detail::report(error, was_there ? io_errc::success : io_errc::not_found);
 }
 
 bool io_structure_dictionary::impl::is_id_unused(unsigned long long id) const {

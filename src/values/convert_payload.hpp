@@ -29,7 +29,7 @@ T get_as(io_value const& value, io_error& error) {
         // Nothing to do in the handler: until a rule gives another, the code is the one for it.
     } catch (...) { // NOLINT(bugprone-empty-catch)
     }
-    error = outcome(code);
+    report(error, code);
     return target;
 }
 

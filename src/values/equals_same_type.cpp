@@ -145,6 +145,24 @@ bool equals_array(utility::array<T> const& own, utility::array<T> const& other) 
     }
 }
 
+// --- what owns memory
+
+/// A payload that is no scalar against another value. Out of line, so that scalars pass without a
+/// stack frame.
+template <class T>
+[[gnu::noinline]] bool equals_owned(T const& own, io_value const& other) {
+    using element = array_element_t<T>;
+    if constexpr (std::is_same_v<T, io_object> || std::is_same_v<element, io_object>) {
+        return false; // Intended: an object is equal to nothing.
+    } else if constexpr (std::is_same_v<T, utility::string>) {
+        auto const* const text = other.get_if<T>();
+        return text != nullptr && own == *text;
+    } else {
+        auto const* const same = other.get_if<T>();
+        return same != nullptr ? equals_array(own, *same) : equals_mixed_array(own, other);
+    }
+}
+
 } // namespace
 } // namespace detail
 
@@ -153,9 +171,6 @@ bool io_value::equals_same_type(io_value const& other) const {
         using T = detail::alternative_at<decltype(index)::value>;
         if constexpr (std::is_same_v<T, std::nullptr_t>) {
             return true;
-        } else if constexpr (std::is_same_v<T, io_object> ||
-                             std::is_same_v<T, utility::array<io_object>>) {
-            return false; // Intended: an object is equal to nothing.
         } else if constexpr (detail::is_plain<T>) {
             if constexpr (!std::is_void_v<detail::wider_sibling_t<T>>) {
                 using sibling = detail::wider_sibling_t<T>;
@@ -166,13 +181,8 @@ bool io_value::equals_same_type(io_value const& other) const {
             // Whatever is stored there: the bytes are inside the value and were zero from the
             // start.
             return detail::equals_bytes(stored<T>(), other.storage_.bytes);
-        } else if constexpr (std::is_same_v<T, utility::string>) {
-            auto const* const text = other.get_if<T>();
-            return text != nullptr && stored<T>() == *text;
         } else {
-            auto const* const same = other.get_if<T>();
-            return same != nullptr ? detail::equals_array(stored<T>(), *same)
-                                   : detail::equals_mixed_array(stored<T>(), other);
+            return detail::equals_owned(stored<T>(), other);
         }
     });
 }

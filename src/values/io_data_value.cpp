@@ -1,5 +1,7 @@
 #include <tavi/ioapi/v2/io_data_value.hpp>
 
+#include "payload_transfer.hpp"
+
 #include <utility>
 
 namespace tavi::ioapi::v2 {
@@ -8,7 +10,7 @@ io_data_value::io_data_value(io_value v, value_quality q)
     : io_data_value(std::move(v), io_timestamp(), q) {}
 
 io_data_value::io_data_value(io_value v, io_timestamp t, value_quality q)
-    : value_(std::move(v)), timestamp_(t), quality_(q) {}
+    : value_(detail::payload_transfer::taken(v)), timestamp_(t), quality_(q) {}
 
 io_value const& io_data_value::value() const& noexcept {
     return value_;

@@ -1,6 +1,8 @@
 #include <tavi/ioapi/v2/detail/narrow.hpp>
 #include <tavi/ioapi/v2/io_value.hpp>
 
+#include "payload_transfer.hpp"
+
 #include <cstring>
 #include <type_traits>
 #include <utility>
@@ -38,18 +40,6 @@ io_value::io_value(char const* s, unsigned int n)
 
 io_value::io_value(char const* s) : io_value(s, detail::narrow_text_size(std::strlen(s))) {}
 
-// Copies the bytes of the payload, which is how all of them move, and leaves the empty value in
-// `other`.
-inline void io_value::take_payload(io_value& other) {
-    if (other.index_ < 0 || other.index_ >= detail::alternatives::size)
-        detail::raise_corrupt_index();
-    storage_ = other.storage_;
-    index_ = other.index_;
-    other.type_ = {};
-    other.storage_ = {};
-    other.index_ = 0;
-}
-
 // A scalar is copied with all the rest, behind one branch.
 io_value::io_value(io_value const& other)
     : type_(other.type_), storage_(other.storage_), index_(other.index_) {
@@ -61,7 +51,7 @@ io_value::io_value(io_value const& other)
 }
 
 io_value::io_value(io_value&& other) : type_(other.type_), storage_(other.storage_) {
-    take_payload(other);
+    detail::payload_transfer::take_payload(*this, other);
 }
 
 io_value& io_value::operator=(io_value const& other) {
@@ -111,7 +101,7 @@ io_value& io_value::assign(io_value&& other) {
     if (owns_payload() && !drop_payload_but(other)) return assign_held(std::move(other));
     index_ = -1;
     auto const type = other.type_;
-    take_payload(other);
+    detail::payload_transfer::take_payload(*this, other);
     type_ = type;
     return *this;
 }

@@ -8,12 +8,12 @@
 namespace tavi::ioapi::v2 {
 
 io_value io_value::to_variant(io_data_type const& type, io_error& error) const {
-    error = detail::outcome(io_errc::success);
+    detail::report(error, io_errc::success);
     if (type == type_) return *this;
     if (type.type_code() == 0) return io_value();
     int const target = detail::target_index(type.type_code());
     if (target == detail::no_target) {
-        error = detail::outcome(io_errc::incompatible_type);
+        detail::report(error, io_errc::incompatible_type);
         return io_value();
     }
     // Intended: after a failure the result is the default of the target's type, not the empty

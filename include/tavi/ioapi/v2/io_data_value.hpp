@@ -49,6 +49,7 @@ public:
 
 private:
     friend struct detail::layout_of<io_data_value>;
+    friend struct detail::payload_transfer;
 
     io_value value_;
     io_timestamp timestamp_;

@@ -90,6 +90,8 @@ public:
     /// True on failure, as for `std::error_code`.
     [[nodiscard]] explicit operator bool() const noexcept { return failed(); }
 
+    /// Whether a list of diagnostics is attached, be it empty.
+    [[nodiscard]] bool has_diagnostics() const noexcept { return diagnostics_ != nullptr; }
     /// What the error can tell beyond its code; null where nothing was attached. Shares the list.
     [[nodiscard]] io_error_diagnostics diagnostics() const noexcept {
         return io_error_diagnostics(diagnostics_);

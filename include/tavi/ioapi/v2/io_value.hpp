@@ -24,6 +24,10 @@
 #include <type_traits>
 #include <utility>
 
+namespace tavi::ioapi::v2::detail {
+struct payload_transfer; // within the library
+}
+
 namespace tavi::ioapi::v2 {
 
 /// One value of any kind, with the data type that it has for the controller. What a read gives,
@@ -306,6 +310,7 @@ public:
 
 private:
     friend struct detail::layout_of<io_value>;
+    friend struct detail::payload_transfer;
 
     // A union would need its alternatives complete here; bytes do not, and are zero from the start,
     // so that all of them can be copied whatever is stored.
@@ -357,7 +362,6 @@ private:
     io_value& assign_held(io_value const& other);
     io_value& assign_held(io_value&& other);
     void copy_owned(io_value const& other);
-    void take_payload(io_value& other);
 
     io_data_type type_;
     storage storage_ = {};
