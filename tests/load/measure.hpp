@@ -1,11 +1,12 @@
 #pragma once
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <string>
+#include <utility>
 
 /// \file
 /// How large a load is, and what it costs.
@@ -40,24 +41,25 @@ inline void forget_peak() {
     std::ofstream("/proc/self/clear_refs") << 5;
 }
 
-/// Prints at its end how long it lived and the most memory that the process held meanwhile.
+/// Prints at its end the seconds of a processor that were used since its start, which other
+/// programs do not change, and the most memory that the process held meanwhile.
 class measured {
 public:
     explicit measured(std::string name) : name_(std::move(name)) {
         forget_peak();
-        start_ = std::chrono::steady_clock::now();
+        start_ = std::clock();
     }
     measured(measured const&) = delete;
     measured& operator=(measured const&) = delete;
     ~measured() {
-        std::chrono::duration<double> const taken = std::chrono::steady_clock::now() - start_;
-        std::printf("load: %s: %.2f s, %llu MiB\n", name_.c_str(), taken.count(), peak());
+        double const taken = static_cast<double>(std::clock() - start_) / CLOCKS_PER_SEC;
+        std::printf("load: %s: %.2f s, %llu MiB\n", name_.c_str(), taken, peak());
         std::fflush(stdout);
     }
 
 private:
     std::string name_;
-    std::chrono::steady_clock::time_point start_;
+    std::clock_t start_ = 0;
 };
 
 } // namespace load_test

@@ -13,7 +13,7 @@ build=$1
 here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
 
 found=99
-watch=(valgrind --tool=helgrind --quiet --error-exitcode=$found --fair-sched=yes --gen-suppressions=all
+watch=(valgrind --tool=helgrind --quiet --error-exitcode="$found" --fair-sched=yes --gen-suppressions=all
   --suppressions="$here/atomic_count.supp")
 
 racy=$build/tests/threads/racy
