@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
+#include <cstdio>
 #include <string>
 #include <utility>
 
@@ -48,7 +49,7 @@ unsigned int longest_text() {
     });
 }
 
-TEST(TextLoad, IsAsLongAs32BitsAllowWhereAddressesAreWider) {
+TEST(TextLoad, IsAsLongAs32BitsAllowUnlessAddressesEndBefore) {
     unsigned int const longest = longest_text();
     std::printf("load: longest text beside its source: %u bytes\n", longest);
     if (has_wide_addresses) {
