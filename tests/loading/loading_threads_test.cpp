@@ -7,14 +7,6 @@
 /// \file
 /// Two threads that load and unload at the same time, in a program that knows no library of ours.
 
-// The loader has a lock of its own, which the thread sanitizer does not know: it would report the
-// loader's own lists.
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the sanitizer's name
-extern "C" char const* __tsan_default_suppressions();
-char const* __tsan_default_suppressions() {
-    return "called_from_lib:ld-linux-x86-64.so.2\n";
-}
-
 namespace loading_threads {
 namespace {
 
