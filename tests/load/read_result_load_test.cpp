@@ -90,9 +90,10 @@ TEST_F(ReadResultLoad, FindsSomeFromTheFirstToTheLast) {
 }
 
 TEST_F(ReadResultLoad, IsCopiedDeep) {
-    v2::read_result const result = answered();
+    auto const original = std::make_unique<v2::read_result>(answered());
+    v2::read_result const& result = *original;
     measured const figures(name("copied"));
-    v2::read_result const copy(result);
+    v2::read_result const copy(*original);
     ASSERT_EQ(copy.size(), count_);
     for (unsigned int const i : some()) {
         auto const* const text = result[i].value().value().get_if<v2::utility::string>();

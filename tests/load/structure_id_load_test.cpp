@@ -12,13 +12,11 @@ namespace {
 
 namespace v2 = tavi::ioapi::v2;
 
-unsigned int const id_count = share_of(10000000);
-
-/// Adds `id_count` structures without a name. \return their ids
-std::vector<unsigned long long> added(v2::io_structure_dictionary& dictionary) {
+/// Adds `count` structures without a name. \return their ids
+std::vector<unsigned long long> added(v2::io_structure_dictionary& dictionary, unsigned int count) {
     std::vector<unsigned long long> ids;
-    ids.reserve(id_count);
-    for (unsigned int i = 0; i < id_count; ++i) {
+    ids.reserve(count);
+    for (unsigned int i = 0; i < count; ++i) {
         v2::io_error error(v2::io_errc::not_found);
         v2::io_data_type const type = dictionary.add_structure(v2::io_structure_type(), error);
         if (error.failed() || type != v2::io_data_type::object(type.structure_id)) break;
@@ -42,11 +40,12 @@ unsigned int removed(v2::io_structure_dictionary& dictionary,
 // All are in the dictionary at once. An id that came twice would name one entry for two, and so
 // could be removed only once.
 TEST(StructureIdLoad, NeverComesTwice) {
-    measured const figures(std::to_string(id_count) + " structure ids, drawn and removed");
+    unsigned int const count = share_of(10000000);
+    measured const figures(std::to_string(count) + " structure ids, drawn and removed");
     v2::io_structure_dictionary dictionary;
-    auto const ids = added(dictionary);
-    ASSERT_EQ(ids.size(), id_count);
-    EXPECT_EQ(removed(dictionary, ids), id_count);
+    auto const ids = added(dictionary, count);
+    ASSERT_EQ(ids.size(), count);
+    EXPECT_EQ(removed(dictionary, ids), count);
     EXPECT_EQ(removed(dictionary, ids), 0U);
 }
 
