@@ -51,6 +51,9 @@ void for_each_scalar_target(Function function) {
     function(tag<long double>{});
 }
 
+/// Whether `long double` holds every integer, for which it takes 64 digits.
+inline constexpr bool has_wide_real = std::numeric_limits<long double>::digits >= 64;
+
 /// The name of a type in the tables, with the width that it has here.
 template <class T>
 std::string name_of_type() {
@@ -69,7 +72,7 @@ std::string name_of_type() {
     if constexpr (std::is_same_v<T, float>) return "float";
     if constexpr (std::is_same_v<T, double>) return "double";
     if constexpr (std::is_same_v<T, long double>) {
-        return "long double:" + std::to_string(std::numeric_limits<long double>::digits);
+        return has_wide_real ? "long double:64" : "long double:53";
     }
     if constexpr (std::is_same_v<T, char>) return "char";
     if constexpr (std::is_same_v<T, v2::utility::string>) return "string";
@@ -84,8 +87,7 @@ std::string name_of_type() {
 /// Whether a name belongs to the data model of the other platform.
 inline bool is_of_other_model(std::string const& name) {
     std::string const other_long = sizeof(long) == 8 ? "long:32" : "long:64";
-    std::string const other_real =
-        std::numeric_limits<long double>::digits == 64 ? "double:53" : "double:64";
+    std::string const other_real = has_wide_real ? "double:53" : "double:64";
     return name.find(other_long) != std::string::npos || name.find(other_real) != std::string::npos;
 }
 

@@ -17,14 +17,14 @@ namespace threads_test {
 inline constexpr int crowd_size = 4;
 inline constexpr int rounds = 1000;
 
-/// Runs `action(thread, round)` in all rounds on each of four threads, which begin at once.
+/// Runs `action(thread, round)` in all rounds on each of `size` threads, which begin at once.
 /// \return how often it gave false
 template <class Action>
-int failures_of_crowd(Action action) {
-    std::atomic<int> missing{crowd_size};
+int failures_of_crowd(Action action, int size = crowd_size) {
+    std::atomic<int> missing{size};
     std::atomic<int> failures{0};
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < crowd_size; ++thread) {
+    for (int thread = 0; thread < size; ++thread) {
         threads.emplace_back([&, thread] {
             --missing;
             while (missing > 0) std::this_thread::yield();

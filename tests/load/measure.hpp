@@ -1,0 +1,69 @@
+#pragma once
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+#include <string>
+#include <utility>
+
+/// \file
+/// How large a load is, and what it costs.
+
+namespace load_test {
+
+/// By how much the loads are divided: 50, unless the environment variable TAVI_IOAPI_LOAD_DIVISOR
+/// has another number from 1 on. 1 is the full load.
+[[nodiscard]] inline unsigned int divisor() {
+    char const* const text = std::getenv("TAVI_IOAPI_LOAD_DIVISOR");
+    unsigned long const given = text != nullptr ? std::strtoul(text, nullptr, 10) : 50;
+    return given == 0 || given > 1000000 ? 50 : static_cast<unsigned int>(given);
+}
+
+/// \return what is to be done of a full load of `count`, at least one.
+[[nodiscard]] inline unsigned int share_of(unsigned int count) {
+    return std::max(count / divisor(), 1U);
+}
+
+/// \return the largest part of memory that this process has held since `forget_peak`, in MiB. Under
+/// emulation that of the emulator is counted as well.
+[[nodiscard]] inline unsigned long long peak() {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        unsigned long long kibibytes = 0;
+        if (std::sscanf(line.c_str(), "VmHWM: %llu", &kibibytes) == 1) return kibibytes / 1024;
+    }
+    return 0;
+}
+
+/// Gives back what is free, and counts anew.
+inline void forget_peak() {
+    ::malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << 5;
+}
+
+/// Prints at its end the seconds of a processor that were used since its start, which other
+/// programs do not change, and the most memory that the process held meanwhile.
+class measured {
+public:
+    explicit measured(std::string name) : name_(std::move(name)) {
+        forget_peak();
+        start_ = std::clock();
+    }
+    measured(measured const&) = delete;
+    measured& operator=(measured const&) = delete;
+    ~measured() {
+        double const taken = static_cast<double>(std::clock() - start_) / CLOCKS_PER_SEC;
+        std::printf("load: %s: %.2f s, %llu MiB\n", name_.c_str(), taken, peak());
+        std::fflush(stdout);
+    }
+
+private:
+    std::string name_;
+    std::clock_t start_ = 0;
+};
+
+} // namespace load_test
