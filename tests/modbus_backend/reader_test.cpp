@@ -88,7 +88,9 @@ protected:
 
     void read() {
         result.assign(identifiers_);
-        for (auto const& one : plan_requests(wanted_)) carry_out(one, source, refusals, result);
+        for (auto const& one : plan_requests(wanted_)) {
+            carry_out(one, source, refusals, backend_support::machine_clock(), result);
+        }
         refusals.tell();
     }
 
