@@ -26,7 +26,7 @@ namespace {
 
 namespace v2 = tavi::ioapi::v2;
 
-constexpr unsigned int timeout_ms = 30'000;
+constexpr unsigned int patience_ms = 30'000;
 constexpr int not_connected = 256;
 
 /// Reads what the station says and waits for its end, which comes by signals alone.
@@ -105,7 +105,7 @@ private:
         values.set("map", map_.path());
         values.set("host", "127.0.0.1");
         values.set("port", static_cast<int>(port_));
-        values.set("timeout_ms", timeout_ms);
+        values.set("timeout_ms", patience_ms);
         v2::utility::string problem;
         v2::io_error error;
         backend_ptr made(module_->open(values, v2::backend_query(host_), problem, error));
