@@ -20,9 +20,8 @@ using endurance::findings;
 using endurance::growth;
 using endurance::restart_figures;
 
-constexpr char const* usage = "usage: endurance restarts COUNT SEED\n"
-                              "       endurance hours COUNT SEED\n"
-                              "COUNT from 1 to 1000000, SEED from 0 to 2^64 - 1\n";
+constexpr char const* usage = "usage: endurance restarts|hours COUNT SEED, with a COUNT from 1 to "
+                              "1000000 and any whole number as SEED\n";
 
 template <class Number>
 std::optional<Number> number_in(char const* text) {

@@ -3,8 +3,8 @@
 #include "panel_variable.hpp"
 #include "sockets.hpp"
 
-#include <examples/support/child_process.hpp>
 #include <examples/support/opened_module.hpp>
+#include <examples/support/running_station.hpp>
 #include <examples/support/temporary_file.hpp>
 #include <iohost/host_services.hpp>
 #include <signal.h>
@@ -28,21 +28,6 @@ namespace v2 = tavi::ioapi::v2;
 
 constexpr unsigned int patience_ms = 30'000;
 constexpr int not_connected = 256;
-
-/// Reads what the station says and waits for its end, which comes by signals alone.
-class mortal_station {
-public:
-    mortal_station(int port, std::string const& memory)
-        : process_({CONTROLLER_PATH, "--port", std::to_string(port), "--memory", memory}) {
-        static_cast<void>(process_.read_line()); // now it listens
-    }
-
-    void send(int signal) const { process_.send(signal); }
-    void wait() { process_.wait(); }
-
-private:
-    test_support::child_process process_;
-};
 
 /// What one variable may hold.
 class belief {
@@ -96,8 +81,8 @@ private:
         figures_.wrong.add("restart " + std::to_string(figures_.restarts) + ": " + what);
     }
 
-    [[nodiscard]] std::unique_ptr<mortal_station> start() const {
-        return std::make_unique<mortal_station>(port_, memory_.path());
+    [[nodiscard]] std::unique_ptr<test_support::running_station> start() const {
+        return std::make_unique<test_support::running_station>(port_, memory_.path());
     }
 
     backend_ptr opened() {
@@ -199,7 +184,7 @@ private:
         while (write_all() && read_all() && poll()) {
         }
         ending.join();
-        station_->wait();
+        static_cast<void>(station_->finish());
     }
 
     /// Nobody listens.
@@ -249,7 +234,7 @@ private:
     test_support::temporary_file const map_{map_of_panel()};
     iohost::host_services host_{[](auto, auto) {}};
     test_support::opened_module const module_;
-    std::unique_ptr<mortal_station> station_;
+    std::unique_ptr<test_support::running_station> station_;
     backend_ptr backend_;
 
     std::vector<v2::plc_identifier> variables_;
