@@ -12,27 +12,33 @@ namespace endurance {
 /// without losing it comes to its end, and so not with every round.
 class growth {
 public:
-    /// After a round; the first one warms up.
+    /// After a round. The first few warm up, and nothing is made of them.
     void look() {
-        auto const now = iohost::conformance::measured(rounds_ == 0 ? anything() : first_);
-        if (rounds_++ == 0) {
-            first_ = now;
-        } else {
+        bool const is_warm = ++rounds_ > warm_up;
+        auto const now = iohost::conformance::measured(is_warm ? first_ : anything());
+        if (is_warm) {
             most_descriptors_ = std::max(most_descriptors_, now.descriptors);
-            auto const more = now.heap > last_.heap ? now.heap - last_.heap : 0;
-            least_ = std::min(least_, more);
+            least_ = std::min(least_, now.heap > last_.heap ? now.heap - last_.heap : 0);
+        } else {
+            first_ = now;
         }
         last_ = now;
     }
 
+    /// When it was warm, and at the end.
+    /// \{
     [[nodiscard]] iohost::conformance::footprint const& first() const { return first_; }
     [[nodiscard]] iohost::conformance::footprint const& last() const { return last_; }
-    /// Whether a round had more descriptors open at its end than the first one.
+    /// \}
+    /// Whether there were more descriptors after a round than when it was warm.
     [[nodiscard]] bool of_descriptors() const { return most_descriptors_ > first_.descriptors; }
-    /// Bytes that came with each round, or even more, and were not given back. Takes two rounds.
-    [[nodiscard]] std::size_t of_heap() const { return rounds_ > 1 ? least_ : 0; }
+    /// Bytes that came with each round, or even more, and were not given back; the most there can
+    /// be where there were too few rounds to tell.
+    [[nodiscard]] std::size_t of_heap() const { return least_; }
 
 private:
+    static constexpr unsigned int warm_up = 4;
+
     static iohost::conformance::footprint anything() {
         auto const any = std::numeric_limits<std::size_t>::max();
         return {any, any, any};

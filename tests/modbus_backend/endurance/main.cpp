@@ -33,7 +33,7 @@ std::optional<Number> number_in(char const* text) {
 }
 
 void print(growth const& held) {
-    std::cout << "  descriptors: " << held.first().descriptors << " after the first round, "
+    std::cout << "  descriptors: " << held.first().descriptors << " when warm, "
               << held.last().descriptors << " at the end\n"
               << "  threads: " << held.first().threads << ", " << held.last().threads << '\n'
               << "  bytes on the heap: " << held.first().heap << ", " << held.last().heap
