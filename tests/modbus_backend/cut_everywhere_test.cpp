@@ -174,8 +174,8 @@ INSTANTIATE_TEST_SUITE_P(all,
                          ::testing::Combine(::testing::Values("cut-everywhere", "reset-everywhere"),
                                             ::testing::ValuesIn(cut_targets)),
                          [](auto const& tested) {
-                             auto const& [fault, target] = tested.param;
-                             return cut_name(fault) + "_of_" + target.variable;
+                             return cut_name(std::get<0>(tested.param)) + "_of_" +
+                                    std::get<1>(tested.param).variable;
                          });
 
 class cut_poll : public cut_test, public ::testing::WithParamInterface<char const*> {
