@@ -13,6 +13,7 @@ namespace {
 
 struct options {
     std::uint16_t port = 0;
+    std::string memory;
     std::string step;
     std::uint16_t ticks = 1;
 };
@@ -24,12 +25,16 @@ void declare(CLI::App& app, options& chosen) {
                                       "Do not serve, but advance the clock of a running station")
                            ->type_name("HOST:PORT")
                            ->excludes(port);
+    app.add_option("--memory", chosen.memory,
+                   "Keep the operator's panel in this file, so that it outlasts the station")
+        ->type_name("FILE")
+        ->excludes(step);
     app.add_option("--ticks", chosen.ticks, "How far to advance it, 1 unless stated")->needs(step);
 }
 
-void serve(std::uint16_t port) {
+void serve(options const& chosen) {
     auto const end = station::end_of_life();
-    station::server server(port);
+    station::server server(chosen.port, station::memory(chosen.memory));
     std::cout << "listening on 127.0.0.1:" << server.port() << std::endl;
     server.run(end);
 }
@@ -46,7 +51,7 @@ int run(int argc, char** argv) {
         return app.exit(error) == 0 ? 0 : 2;
     }
     if (chosen.step.empty()) {
-        serve(chosen.port);
+        serve(chosen);
     } else {
         station::advance(chosen.step, chosen.ticks);
     }

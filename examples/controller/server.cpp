@@ -40,6 +40,15 @@ auto lamps_of(image& shown) {
     return std::span(shown.coils).subspan<lamps, lamp_count>();
 }
 
+/// All but the panel. That is written over with what it holds, for the process may be ended at any
+/// moment.
+void show_tick(image& shown, tick_count t) {
+    image next = image_at(t);
+    std::ranges::copy(panel_of(shown), panel_of(next).begin());
+    std::ranges::copy(lamps_of(shown), lamps_of(next).begin());
+    shown = next;
+}
+
 void wait_for(std::vector<pollfd>& waiting) {
     while (::poll(waiting.data(), waiting.size(), -1) < 0) {
         if (errno != EINTR) throw failure("cannot wait for clients");
@@ -48,15 +57,13 @@ void wait_for(std::vector<pollfd>& waiting) {
 
 } // namespace
 
-server::server(std::uint16_t port) : context_(modbus_new_tcp("127.0.0.1", port)) {
+server::server(std::uint16_t port, memory kept)
+    : context_(modbus_new_tcp("127.0.0.1", port)), shown_(std::move(kept)) {
     if (context_ == nullptr) throw failure("cannot serve");
     listener_ = descriptor(modbus_tcp_listen(context_.get(), backlog));
     if (listener_.get() < 0) throw failure("cannot listen on port " + std::to_string(port));
     // A refused function makes the library pause for this long, in which nobody else is served.
     modbus_set_response_timeout(context_.get(), 0, 1000);
-    image first = image_at(0);
-    std::ranges::copy(panel_of(first), panel_.begin());
-    std::ranges::copy(lamps_of(first), lamps_.begin());
 }
 
 std::uint16_t server::port() const {
@@ -104,17 +111,14 @@ bool server::serve(descriptor const& client) {
 }
 
 void server::answer(std::span<std::uint8_t const> query) {
-    image shown = image_at(tick_);
-    std::ranges::copy(panel_, panel_of(shown).begin());
-    std::ranges::copy(lamps_, lamps_of(shown).begin());
+    image& shown = *shown_;
+    show_tick(shown, tick_);
     modbus_mapping_t tables = tables_of(shown);
     auto const size = static_cast<int>(query.size());
     auto const header = static_cast<std::size_t>(modbus_get_header_length(context_.get()));
     if (may_be_answered(query.subspan(header))) {
         modbus_reply(context_.get(), query.data(), size, &tables);
         tick_ += shown.holdings[step]; // reads as 0, so what stands there has been written
-        std::ranges::copy(panel_of(shown), panel_.begin());
-        std::ranges::copy(lamps_of(shown), lamps_.begin());
     } else {
         modbus_reply_exception(context_.get(), query.data(), MODBUS_EXCEPTION_ILLEGAL_DATA_ADDRESS);
     }

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "descriptor.hpp"
+#include "memory.hpp"
 #include "modbus_context.hpp"
-#include "station.hpp"
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -14,8 +13,9 @@ namespace station {
 /// Serves the station over Modbus TCP on the loopback interface, to several clients at a time.
 class server {
 public:
-    /// Listens from now on. \param port  0 for any free one \throws std::runtime_error
-    explicit server(std::uint16_t port);
+    /// Listens from now on. \param port  0 for any free one
+    /// \param kept  with the panel of the station; its clock begins anew \throws std::runtime_error
+    explicit server(std::uint16_t port, memory kept = memory());
 
     /// The port that it listens on.
     [[nodiscard]] std::uint16_t port() const;
@@ -32,8 +32,7 @@ private:
     descriptor listener_;
     std::vector<descriptor> clients_;
     tick_count tick_ = 0;
-    std::array<std::uint16_t, panel_size> panel_{};
-    std::array<std::uint8_t, lamp_count> lamps_{};
+    memory shown_;
 };
 
 } // namespace station

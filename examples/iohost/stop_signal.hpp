@@ -1,5 +1,7 @@
 #pragma once
 
+#include "polling.hpp"
+
 #include <signal.h>
 
 #include <atomic>
@@ -20,7 +22,7 @@ namespace iohost {
 /// interface cuts it short. So a thread of its own waits for the signals, and where the call is not
 /// back a second after the first one, or when a second one comes, it ends the process: no
 /// destructor runs beside the call, and the system takes back what was held.
-class stop_signal {
+class stop_signal final : public poll_clock {
 public:
     using clock = std::chrono::steady_clock;
     /// Says what is to be said when the process is ended in this way; `call` as in `outside`.
@@ -32,16 +34,15 @@ public:
     /// \param status  of the process where it is ended in the midst of a call
     /// \throws std::system_error  where there is no descriptor or thread left
     explicit stop_signal(int status);
-    stop_signal(stop_signal const&) = delete;
-    stop_signal& operator=(stop_signal const&) = delete;
     ~stop_signal();
 
     /// They may look at what the thread of this object works with: they are spoken only while that
     /// is in a call, and it does not come back from there.
     void speak(last_words words) { words_ = std::move(words); }
 
-    /// Wait until `deadline`. \return whether one of the signals came instead, or before
-    [[nodiscard]] bool came_before(clock::time_point deadline);
+    [[nodiscard]] clock::time_point now() const override { return clock::now(); }
+    /// The end is one of the signals.
+    [[nodiscard]] bool came_before(clock::time_point deadline) override;
     [[nodiscard]] bool came() const noexcept { return came_; }
 
     /// Make a call that may take its time. \param name  such as `poll`

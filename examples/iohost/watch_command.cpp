@@ -2,6 +2,7 @@
 #include "entry_name.hpp"
 #include "failures.hpp"
 #include "log_printer.hpp"
+#include "polling.hpp"
 #include "printable.hpp"
 #include "session.hpp"
 #include "stop_signal.hpp"
@@ -163,15 +164,11 @@ private:
     void poll_until_end(example::backend& backend) {
         if (state_.variables.empty()) return;
         auto const interval = std::chrono::milliseconds(std::max(backend.poll_interval(), 1U));
-        auto const end = end_of(*begin_);
-        auto next = *begin_;
-        while (!stop_.came_before(std::min(next, end)) && clock::now() < end) {
+        poll_regularly(stop_, {*begin_, end_of(*begin_), interval}, [&] {
             poll(backend);
-            if (chosen_.polls && state_.polls >= *chosen_.polls) return;
-            if (!std::cout || has_lost_its_reader(STDOUT_FILENO)) return;
-            // What a slow poll has missed is not made up for.
-            next = std::max(next + interval, clock::now());
-        }
+            if (chosen_.polls && state_.polls >= *chosen_.polls) return false;
+            return std::cout && !has_lost_its_reader(STDOUT_FILENO);
+        });
     }
 
     void end(subscriptions& subscribed) {

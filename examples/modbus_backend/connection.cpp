@@ -5,6 +5,9 @@
 
 #include <netdb.h>
 #include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/select.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdint>
@@ -60,6 +63,17 @@ void set_timeout(modbus_t* context, std::chrono::milliseconds timeout) {
     modbus_set_byte_timeout(context, 0, 0);
 }
 
+// The library waits by `select`, whose sets end at a fixed descriptor: with one beyond, it would
+// write over what stands behind its set. The next socket gets the lowest one that is free now.
+bool can_wait_by_select() {
+    int const next = ::eventfd(0, EFD_CLOEXEC);
+    if (next < 0) return false;
+    ::close(next);
+    if (next < FD_SETSIZE) return true;
+    errno = EMFILE;
+    return false;
+}
+
 } // namespace
 
 connection::connection(endpoint const& where, journal log)
@@ -81,7 +95,7 @@ bool connection::open() {
     bool const was_open = is_open_;
     if (was_open) end_stale();
     if (is_open_) return true;
-    if (modbus_connect(context_.get()) != 0) {
+    if (!can_wait_by_select() || modbus_connect(context_.get()) != 0) {
         if (!was_open) why_closed_ = make_modbus_error(modbus_errc::not_connected);
         return false;
     }

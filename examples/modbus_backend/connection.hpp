@@ -34,6 +34,8 @@ public:
     ~connection();
 
     /// Connect, unless it is connected, also where the controller has closed the connection since.
+    /// A process with so many descriptors open that the next one is 1024 or more is refused by the
+    /// library's way of waiting, with `EMFILE`.
     /// \return whether it is connected now; if not, `errno` says why
     bool open();
 

@@ -30,30 +30,35 @@ std::span<Part const> part_of(std::span<Part> answer,
     return answer.subspan(member.what->address - wanted.first, member.what->type.width());
 }
 
-v2::io_error read_bits(request const& wanted, register_access& source, v2::read_result& result) {
+v2::io_error read_bits(request const& wanted,
+                       register_access& source,
+                       backend_support::clock const& time,
+                       v2::read_result& result) {
     std::array<std::uint8_t, most_in_a_request(register_kind::coil)> buffer{};
     auto const bits = std::span(buffer).first(wanted.count);
     auto error = source.read_bits(wanted.kind, wanted.first, bits);
     if (error) return error;
 
-    auto const time = v2::io_timestamp::now();
+    auto const answered = time.now();
     for (auto const& member : wanted.members) {
-        store(member, decode(member.what->type, part_of(bits, wanted, member)), time, result);
+        store(member, decode(member.what->type, part_of(bits, wanted, member)), answered, result);
     }
     return error;
 }
 
 v2::io_error read_registers(request const& wanted,
                             register_access& source,
+                            backend_support::clock const& time,
                             v2::read_result& result) {
     std::array<std::uint16_t, most_in_a_request(register_kind::input)> buffer{};
     auto const registers = std::span(buffer).first(wanted.count);
     auto error = source.read_registers(wanted.kind, wanted.first, registers);
     if (error) return error;
 
-    auto const time = v2::io_timestamp::now();
+    auto const answered = time.now();
     for (auto const& member : wanted.members) {
-        store(member, decode(member.what->type, part_of(registers, wanted, member)), time, result);
+        store(member, decode(member.what->type, part_of(registers, wanted, member)), answered,
+              result);
     }
     return error;
 }
@@ -75,17 +80,18 @@ bool depends_on_range(v2::io_error const& error) {
 void carry_out(request const& wanted,
                register_access& source,
                refusal_log& refusals,
+               backend_support::clock const& time,
                v2::read_result& result) {
-    auto const error = holds_bits(wanted.kind) ? read_bits(wanted, source, result)
-                                               : read_registers(wanted, source, result);
+    auto const error = holds_bits(wanted.kind) ? read_bits(wanted, source, time, result)
+                                               : read_registers(wanted, source, time, result);
     if (error.ok()) {
         refusals.answered(wanted);
         return;
     }
     if (wanted.members.size() > 1 && depends_on_range(error)) {
         auto const [lower, upper] = split(wanted);
-        carry_out(lower, source, refusals, result);
-        carry_out(upper, source, refusals, result);
+        carry_out(lower, source, refusals, time, result);
+        carry_out(upper, source, refusals, time, result);
         return;
     }
     if (exception_in(error) != 0) refusals.refused(wanted, error);

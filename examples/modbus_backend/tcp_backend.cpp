@@ -24,10 +24,13 @@ namespace v2 = tavi::ioapi::v2;
 using backend_support::guarded;
 using backend_support::not_found;
 
-tcp_backend::tcp_backend(configuration checked, v2::backend_query host)
+tcp_backend::tcp_backend(configuration checked,
+                         v2::backend_query host,
+                         backend_support::clock const& time)
     : map_(std::move(checked.map).value()),
       connection_(checked.values.controller, journal(host)),
       refusals_(journal(host)),
+      time_(time),
       poll_interval_ms_(checked.values.poll_interval_ms) {
     auto const& controller = checked.values.controller;
     if (!connection_.open()) {
@@ -70,7 +73,7 @@ void tcp_backend::read_all(v2::read_result& result) {
     // Where this fails, every request tells so by its own error.
     connection_.open();
     for (auto const& request : plan_requests(std::move(wanted))) {
-        carry_out(request, connection_, refusals_, result);
+        carry_out(request, connection_, refusals_, time_, result);
     }
     refusals_.tell();
 }

@@ -6,6 +6,7 @@
 #include "variable_map.hpp"
 
 #include <backend_module.hpp>
+#include <backend_support/clock.hpp>
 #include <backend_support/name_tree.hpp>
 #include <backend_support/subscribe_each.hpp>
 #include <backend_support/subscription_list.hpp>
@@ -17,8 +18,10 @@ namespace modbus_backend {
 class tcp_backend final : public example::backend {
 public:
     /// Connects, and registers the structures of the map. \param checked  without an error
-    /// \throws setup_error
-    tcp_backend(configuration checked, tavi::ioapi::v2::backend_query host);
+    /// \param time  lives longer \throws setup_error
+    tcp_backend(configuration checked,
+                tavi::ioapi::v2::backend_query host,
+                backend_support::clock const& time);
 
     void release() noexcept override;
     /// What `browse_tree_of` says.
@@ -54,6 +57,7 @@ private:
     variable_map map_;
     connection connection_;
     refusal_log refusals_;
+    backend_support::clock const& time_;
     unsigned int poll_interval_ms_;
     backend_support::name_tree tree_;
     backend_support::subscription_list subscriptions_;

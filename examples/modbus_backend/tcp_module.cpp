@@ -41,7 +41,7 @@ example::backend* tcp_module::open(v2::config::store const& values,
         try {
             auto checked = check(values);
             require_usable(checked);
-            opened = std::make_unique<tcp_backend>(std::move(checked), host).release();
+            opened = std::make_unique<tcp_backend>(std::move(checked), host, time_).release();
         } catch (setup_error const& failure) {
             problem = failure.what();
             error = failure.error();

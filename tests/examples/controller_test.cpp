@@ -2,6 +2,7 @@
 #include <controller/station.hpp>
 #include <examples/support/child_process.hpp>
 #include <examples/support/running_station.hpp>
+#include <examples/support/temporary_file.hpp>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -13,6 +14,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -116,6 +118,53 @@ TEST(controller, keeps_what_is_written_to_its_panel_whatever_the_clock_does) {
     std::array<std::uint8_t, 4> lamps{};
     EXPECT_EQ(modbus_read_bits(other.get(), station::lamps, 4, lamps.data()), 4);
     EXPECT_EQ(lamps, (std::array<std::uint8_t, 4>{1, 0, 1, 1}));
+}
+
+class controller_with_memory : public ::testing::TestWithParam<int> {};
+
+TEST_P(controller_with_memory, has_its_panel_again_after_its_end_and_a_new_clock) {
+    test_support::temporary_file const memory("");
+    std::array<std::uint16_t, 2> const words{7, 8};
+    {
+        running_station station(0, memory.path());
+        modbus_client const client(station.port());
+        EXPECT_EQ(modbus_write_registers(client.get(), station::panel, 2, words.data()), 2);
+        EXPECT_EQ(modbus_write_bit(client.get(), station::lamps + 1, 1), 1);
+        EXPECT_EQ(modbus_write_register(client.get(), station::step, 3), 1);
+        static_cast<void>(station.stop(GetParam()));
+    }
+    running_station const station(0, memory.path());
+    modbus_client const client(station.port());
+    auto expected = station::image_at(0);
+    expected.holdings[station::panel] = 7;
+    expected.holdings[station::panel + 1] = 8;
+    expected.coils[station::lamps + 1] = 1;
+    auto seen = station::image_at(1);
+    EXPECT_EQ(modbus_read_bits(client.get(), 0, 12, seen.coils.data()), 12);
+    EXPECT_EQ(modbus_read_input_bits(client.get(), 0, 8, seen.discretes.data()), 8);
+    EXPECT_EQ(modbus_read_input_registers(client.get(), 0, 40, seen.inputs.data()), 40);
+    EXPECT_EQ(modbus_read_registers(client.get(), 0, 64, seen.holdings.data()), 64);
+    EXPECT_EQ(seen.coils, expected.coils);
+    EXPECT_EQ(seen.discretes, expected.discretes);
+    EXPECT_EQ(seen.inputs, expected.inputs);
+    EXPECT_EQ(seen.holdings, expected.holdings);
+}
+
+INSTANTIATE_TEST_SUITE_P(by_signal,
+                         controller_with_memory,
+                         ::testing::Values(SIGTERM, SIGKILL),
+                         [](auto const& tested) {
+                             return std::string(tested.param == SIGTERM ? "asked" : "killed");
+                         });
+
+TEST(controller, leaves_a_file_alone_that_holds_something_else) {
+    test_support::temporary_file const memory("not a panel");
+    auto const refused = run({CONTROLLER_PATH, "--memory", memory.path()});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.err, "controller: cannot keep the panel in '" + memory.path() +
+                               "': it holds something else\n");
+    EXPECT_EQ(std::filesystem::file_size(memory.path()), 11U);
+    EXPECT_EQ(run({CONTROLLER_PATH, "--memory", "/no/such/folder/file"}).status, 1);
 }
 
 TEST(controller, refuses_to_be_written_to_elsewhere) {

@@ -5,18 +5,33 @@
 #include <filesystem>
 #include <iterator>
 #include <string>
+#include <tuple>
 #include <vector>
 
-// The connection is cut behind every single byte of one exchange.
+// The connection is cut behind every single byte of one exchange: of a read, of each kind of write,
+// and of the poll of a subscription. First the request is cut on its way to the controller, then
+// the answer on its way back.
 
 namespace {
 
 namespace v2 = tavi::ioapi::v2;
+using cut_clock = std::chrono::steady_clock;
+using test_support::detail_of;
+using test_support::summaries;
+using test_support::summary;
+
+/// An exchange in bytes.
+struct cut_sizes {
+    unsigned int request;
+    unsigned int answer;
+
+    [[nodiscard]] unsigned int all() const { return request + answer; }
+};
 
 /// Head of a frame, unit and function; then address and count, or a count of bytes and contents.
-constexpr unsigned int cut_request_size = 8 + 4;
-constexpr unsigned int cut_answer_size = 8 + 1 + 4 * 2;
-constexpr unsigned int cut_exchange_size = cut_request_size + cut_answer_size;
+constexpr cut_sizes cut_read_sizes{8 + 4, 8 + 1 + 4 * 2};
+
+constexpr char const* cut_error = "modbus:257 connection lost";
 
 /// How many descriptors this process has open.
 std::ptrdiff_t open_descriptors() {
@@ -24,51 +39,197 @@ std::ptrdiff_t open_descriptors() {
     return std::distance(begin(entries), end(entries));
 }
 
-class cut_connection : public test_support::proxied_test,
-                       public ::testing::WithParamInterface<char const*> {
+std::string cut_name(std::string name) {
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
+}
+
+class cut_test : public test_support::proxied_test {
+protected:
+    /// An end is seen at once: not one of the operations has waited for its timeout.
+    static void expect_no_waiting(cut_clock::time_point begin, cut_sizes const& sizes) {
+        std::chrono::milliseconds const timeout(test_support::proxied_timeout_ms);
+        EXPECT_LT(cut_clock::now() - begin, sizes.all() * timeout / 2);
+    }
+
+    /// Connected, and each time down and connected again.
+    static void expect_each_logged(test_support::opened_backend const& opened,
+                                   cut_sizes const& sizes) {
+        EXPECT_EQ(opened.host().log().size(), 1U + 2U * sizes.all());
+    }
+
+    /// Past the line.
+    [[nodiscard]] test_support::opened_backend open_directly() const {
+        return module.open(settings_for(controller().port(), map_.path()));
+    }
+};
+
+class cut_read : public cut_test, public ::testing::WithParamInterface<char const*> {
 protected:
     static void expect_all(example::backend& backend) {
         auto const result = read(backend, {"several"});
-        ASSERT_EQ(test_support::summary(result[0].error()), "ok");
+        ASSERT_EQ(summary(result[0].error()), "ok");
         EXPECT_EQ(result[0].value().value().as<std::vector<int>>(),
                   (std::vector<int>{60, 61, 62, 63}));
     }
 
     static void expect_lost(example::backend& backend) {
         auto const result = read(backend, {"several"});
-        ASSERT_EQ(test_support::summary(result[0].error()), "modbus:257 connection lost");
-        EXPECT_EQ(test_support::detail_of(result[0].error(), "variable"), v2::io_value("several"));
-        EXPECT_EQ(test_support::detail_of(result[0].error(), "address"), v2::io_value(60U));
+        ASSERT_EQ(summary(result[0].error()), cut_error);
+        EXPECT_EQ(detail_of(result[0].error(), "variable"), v2::io_value("several"));
+        EXPECT_EQ(detail_of(result[0].error(), "address"), v2::io_value(60U));
     }
 };
 
-TEST_P(cut_connection, behind_any_byte_fails_one_read_at_once_and_leaks_nothing) {
+TEST_P(cut_read, behind_any_byte_fails_one_read_at_once_and_leaks_nothing) {
     test_support::server_process const proxy = proxy_with(GetParam());
     auto const opened = open_through(proxy);
     expect_all(*opened);
     auto const connected = open_descriptors();
-    auto const before = std::chrono::steady_clock::now();
-    for (unsigned int passed = 0; passed < cut_exchange_size; ++passed) {
+    auto const before = cut_clock::now();
+    for (unsigned int passed = 0; passed < cut_read_sizes.all(); ++passed) {
         SCOPED_TRACE(::testing::Message() << "cut behind " << passed << " bytes");
         ASSERT_NO_FATAL_FAILURE(expect_lost(*opened));
         ASSERT_EQ(open_descriptors(), connected - 1);
         ASSERT_NO_FATAL_FAILURE(expect_all(*opened));
         ASSERT_EQ(open_descriptors(), connected);
     }
-    // An end is seen at once: not one of the reads above has waited for its timeout.
-    std::chrono::milliseconds const timeout(test_support::proxied_timeout_ms);
-    EXPECT_LT(std::chrono::steady_clock::now() - before, cut_exchange_size * timeout / 2);
-    // Connected, and each time down and connected again.
-    EXPECT_EQ(opened.host().log().size(), 1U + 2U * cut_exchange_size);
+    expect_no_waiting(before, cut_read_sizes);
+    expect_each_logged(opened, cut_read_sizes);
 }
 
 INSTANTIATE_TEST_SUITE_P(all,
-                         cut_connection,
+                         cut_read,
                          ::testing::Values("cut-everywhere", "reset-everywhere"),
+                         [](auto const& tested) { return cut_name(tested.param); });
+
+/// A variable that is written with one exchange.
+struct cut_target {
+    char const* variable;
+    unsigned int elements; ///< 0 for one that is no array
+    bool is_bit;
+    cut_sizes sizes;
+
+    /// A value that depends on the number, and for registers tells all numbers apart.
+    [[nodiscard]] v2::io_value value(unsigned int number) const {
+        if (elements == 0) return is_bit ? v2::io_value(number % 2 == 1) : v2::io_value(number);
+        std::vector<int> list;
+        for (unsigned int i = 0; i < elements; ++i) {
+            list.push_back(static_cast<int>(is_bit ? number >> i & 1U : number + i));
+        }
+        return {v2::utility::array<int>(list.begin(), list.end())};
+    }
+};
+
+/// Behind unit and function an address, then a value, or a count, a count of bytes and contents;
+/// the answer has address and value, or address and count.
+constexpr cut_target cut_targets[] = {
+    {"word", 0, false, {8 + 4, 8 + 4}},
+    {"words", 3, false, {8 + 5 + 3 * 2, 8 + 4}},
+    {"switch", 0, true, {8 + 4, 8 + 4}},
+    {"switches", 10, true, {8 + 5 + 2, 8 + 4}},
+};
+
+class cut_write : public cut_test,
+                  public ::testing::WithParamInterface<std::tuple<char const*, cut_target>> {
+protected:
+    [[nodiscard]] static cut_target const& target() { return std::get<1>(GetParam()); }
+
+    [[nodiscard]] static std::string write_number(example::backend& backend, unsigned int number) {
+        return summary(write_one(backend, target().variable, target().value(number)));
+    }
+
+    static void expect_number(example::backend& backend, unsigned int number) {
+        ASSERT_EQ(read_value(backend, target().variable).as<std::vector<int>>(),
+                  target().value(number).as<std::vector<int>>());
+    }
+};
+
+TEST_P(cut_write, behind_any_byte_is_no_success_and_the_next_write_is_in_the_controller) {
+    test_support::server_process const proxy = proxy_with(std::get<0>(GetParam()));
+    auto const opened = open_through(proxy);
+    auto const direct = open_directly();
+    unsigned int number = 0;
+    ASSERT_EQ(write_number(*opened, number), "ok");
+    auto const connected = open_descriptors();
+    auto const before = cut_clock::now();
+    for (unsigned int passed = 0; passed < target().sizes.all(); ++passed) {
+        SCOPED_TRACE(::testing::Message() << "cut behind " << passed << " bytes");
+        ASSERT_EQ(write_number(*opened, number + 1), cut_error);
+        ASSERT_EQ(open_descriptors(), connected - 1);
+        // What the controller has heard to its end is done, though nobody learns of it.
+        bool const was_heard = passed >= target().sizes.request;
+        ASSERT_NO_FATAL_FAILURE(expect_number(*direct, was_heard ? number + 1 : number));
+        number += 3;
+        ASSERT_EQ(write_number(*opened, number), "ok");
+        ASSERT_EQ(open_descriptors(), connected);
+        ASSERT_NO_FATAL_FAILURE(expect_number(*direct, number));
+    }
+    expect_no_waiting(before, target().sizes);
+    expect_each_logged(opened, target().sizes);
+}
+
+INSTANTIATE_TEST_SUITE_P(all,
+                         cut_write,
+                         ::testing::Combine(::testing::Values("cut-everywhere", "reset-everywhere"),
+                                            ::testing::ValuesIn(cut_targets)),
                          [](auto const& tested) {
-                             std::string name = tested.param;
-                             std::replace(name.begin(), name.end(), '-', '_');
-                             return name;
+                             return cut_name(std::get<0>(tested.param)) + "_of_" +
+                                    std::get<1>(tested.param).variable;
                          });
+
+class cut_poll : public cut_test, public ::testing::WithParamInterface<char const*> {
+protected:
+    [[nodiscard]] static v2::read_result poll(example::backend& backend) {
+        v2::read_result changes;
+        v2::io_error error(v2::io_errc::todo); // must be cleared
+        backend.poll(changes, error);
+        EXPECT_EQ(error, v2::io_error());
+        return changes;
+    }
+
+    /// Of the one variable, whose elements count upwards from there.
+    static void expect_delivered(example::backend& backend, int first) {
+        auto const changes = poll(backend);
+        ASSERT_EQ(summaries(changes), texts{"ok"});
+        EXPECT_EQ(changes[0].value().value().as<std::vector<int>>(),
+                  (std::vector<int>{first, first + 1, first + 2}));
+    }
+
+    static v2::io_value counting_from(int first) {
+        return {v2::utility::array<int>({first, first + 1, first + 2})};
+    }
+};
+
+constexpr cut_sizes cut_poll_sizes{8 + 4, 8 + 1 + 3 * 2};
+
+TEST_P(cut_poll, behind_any_byte_delivers_the_loss_and_then_the_newest_value) {
+    test_support::server_process const proxy = proxy_with(GetParam());
+    auto const direct = open_directly();
+    ASSERT_EQ(summary(write_one(*direct, "words", counting_from(7))), "ok");
+    auto const opened = open_through(proxy);
+    v2::subscription_result subscribed;
+    v2::io_error error;
+    opened->subscribe(test_support::identifiers_of({"words"}), subscribed, error);
+    ASSERT_NO_FATAL_FAILURE(expect_delivered(*opened, 7));
+    auto const connected = open_descriptors();
+    auto const before = cut_clock::now();
+    for (unsigned int passed = 0; passed < cut_poll_sizes.all(); ++passed) {
+        SCOPED_TRACE(::testing::Message() << "cut behind " << passed << " bytes");
+        auto const first = static_cast<int>(100 + passed);
+        ASSERT_EQ(summary(write_one(*direct, "words", counting_from(first))), "ok");
+        ASSERT_EQ(summaries(poll(*opened)), texts{cut_error});
+        ASSERT_EQ(open_descriptors(), connected - 1);
+        ASSERT_NO_FATAL_FAILURE(expect_delivered(*opened, first));
+        ASSERT_EQ(open_descriptors(), connected);
+    }
+    expect_no_waiting(before, cut_poll_sizes);
+    expect_each_logged(opened, cut_poll_sizes);
+}
+
+INSTANTIATE_TEST_SUITE_P(all,
+                         cut_poll,
+                         ::testing::Values("cut-everywhere", "reset-everywhere"),
+                         [](auto const& tested) { return cut_name(tested.param); });
 
 } // namespace

@@ -52,6 +52,18 @@ private:
     }
 };
 
+/// A clock that stands.
+class clock_at final : public backend_support::clock {
+public:
+    explicit clock_at(long long ticks) : ticks_(ticks) {}
+    [[nodiscard]] v2::io_timestamp now() const noexcept override {
+        return v2::io_timestamp(ticks_);
+    }
+
+private:
+    long long ticks_;
+};
+
 class reader : public ::testing::Test {
 protected:
     // Values may throw when they end, and a result with it; the fixture's base does not allow that.
@@ -86,9 +98,11 @@ protected:
         want(register_kind::holding, address, type);
     }
 
-    void read() {
+    void read(backend_support::clock const& time = backend_support::machine_clock()) {
         result.assign(identifiers_);
-        for (auto const& one : plan_requests(wanted_)) carry_out(one, source, refusals, result);
+        for (auto const& one : plan_requests(wanted_)) {
+            carry_out(one, source, refusals, time, result);
+        }
         refusals.tell();
     }
 
@@ -152,6 +166,14 @@ TEST_F(reader, fills_all_entries_of_a_request_with_one_time) {
     EXPECT_EQ(result[0].value().timestamp(), result[1].value().timestamp());
     EXPECT_LE(before, result[0].value().timestamp());
     EXPECT_LE(result[0].value().timestamp(), after);
+}
+
+TEST_F(reader, takes_the_time_from_the_clock_that_it_is_given) {
+    want(3);
+    want(4, register_kind::coil);
+    read(clock_at(638'000'000'000'000'000));
+    EXPECT_EQ(result[0].value().timestamp().ticks(), 638'000'000'000'000'000);
+    EXPECT_EQ(result[1].value().timestamp().ticks(), 638'000'000'000'000'000);
 }
 
 TEST_F(reader, gives_bits_as_truth_values) {

@@ -1,6 +1,7 @@
 #include "running_station.hpp"
 
 #include <stdexcept>
+#include <vector>
 
 namespace test_support {
 
@@ -12,15 +13,20 @@ int port_in(std::string const& line) {
     return std::stoi(line.substr(head.size()));
 }
 
+std::vector<std::string> station_command(int port, std::string const& memory) {
+    std::vector<std::string> command{CONTROLLER_PATH, "--port", std::to_string(port)};
+    if (!memory.empty()) command.insert(command.end(), {"--memory", memory});
+    return command;
+}
+
 } // namespace
 
-running_station::running_station(int port)
-    : process_({CONTROLLER_PATH, "--port", std::to_string(port)}),
-      port_(port_in(process_.read_line())) {}
+running_station::running_station(int port, std::string const& memory)
+    : process_(station_command(port, memory)), port_(port_in(process_.read_line())) {}
 
 finished_process running_station::stop(int signal) {
-    process_.send(signal);
-    return process_.finish();
+    send(signal);
+    return finish();
 }
 
 modbus_client::modbus_client(int port) : context_(modbus_new_tcp("127.0.0.1", port)) {

@@ -14,11 +14,17 @@ namespace test_support {
 class running_station {
 public:
     /// Returns once it accepts connections. \param port  0 for any free one
-    explicit running_station(int port = 0);
+    /// \param memory  file for its panel; empty for none
+    explicit running_station(int port = 0, std::string const& memory = {});
 
     [[nodiscard]] int port() const noexcept { return port_; }
     /// End it by a signal, and give what it leaves.
     finished_process stop(int signal);
+    /// The two halves of that, of which the first one may be called from any thread.
+    /// \{
+    void send(int signal) const { process_.send(signal); }
+    finished_process finish() { return process_.finish(); }
+    /// \}
 
 private:
     child_process process_;

@@ -11,11 +11,16 @@
 namespace test_support {
 
 /// Registers of a controller that nobody here wrote, in the order of reading: `first` and `second`
-/// with one request, `third` with another.
+/// with one request, `third` with another. Nobody expects anything of those that end the list but
+/// who writes them.
 inline constexpr char const* proxied_map = "first holding 62 u16\n"
                                            "second holding 60 u32\n"
                                            "third input 0 u16\n"
-                                           "several holding 60 u16[4]\n";
+                                           "several holding 60 u16[4]\n"
+                                           "word holding 280 u16\n"
+                                           "words holding 282 u16[3]\n"
+                                           "switch coil 1900 boolean\n"
+                                           "switches coil 1904 boolean[10]\n";
 
 /// How long the backend waits, in ms.
 inline constexpr unsigned int proxied_timeout_ms = 600;

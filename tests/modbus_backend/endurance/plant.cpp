@@ -1,0 +1,44 @@
+#include "plant.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace endurance {
+
+plant::plant(std::uint64_t seed) : chance_(seed) {
+    for (std::size_t i = 0; i < size; ++i) quantities_[i].next = pause(i);
+}
+
+plant::duration plant::pause(std::size_t index) {
+    double const mean = 0.4 * std::pow(1.25, static_cast<double>(index));
+    std::exponential_distribution<double> seconds(1 / mean);
+    auto const exact = std::chrono::duration<double>(seconds(chance_));
+    return std::max(duration(1), std::chrono::duration_cast<duration>(exact));
+}
+
+void plant::advance_to(duration moment) {
+    for (std::size_t i = 0; i < size; ++i) {
+        auto& changing = quantities_[i];
+        while (changing.next <= moment) {
+            ++changing.value;
+            ++changes_;
+            changing.begins.push_back(changing.next);
+            changing.next += pause(i);
+        }
+    }
+}
+
+std::vector<plant::change> plant::take_changes(std::size_t index, std::uint32_t value) {
+    auto& begins = quantities_[index].begins;
+    auto number = quantities_[index].value - static_cast<std::uint32_t>(begins.size());
+    std::vector<change> taken;
+    std::size_t count = 0;
+    for (; count < begins.size() && number < value; ++count) {
+        bool const is_newest = count + 1 == begins.size();
+        taken.push_back({++number, begins[count], is_newest ? duration::max() : begins[count + 1]});
+    }
+    begins.erase(begins.begin(), begins.begin() + static_cast<std::ptrdiff_t>(count));
+    return taken;
+}
+
+} // namespace endurance
