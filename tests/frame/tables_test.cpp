@@ -20,7 +20,7 @@ std::size_t slot_of(Member member) {
     } parts;
     static_assert(sizeof parts == sizeof member);
     std::memcpy(&parts, &member, sizeof parts);
-#if defined(__arm__)
+#if defined(__arm__) || defined(__aarch64__)
     EXPECT_EQ(parts.adjustment & 1, 1) << "not virtual";
     std::ptrdiff_t const offset = parts.pointer;
 #else

@@ -10,7 +10,7 @@
 namespace loading_threads {
 namespace {
 
-constexpr int loads = 200;
+constexpr int loads = 50;
 
 bool stays_loaded(char const* path) {
     void* const handle = ::dlopen(path, RTLD_NOW | RTLD_NOLOAD);

@@ -40,9 +40,10 @@ TEST(shared_diagnostics, are_held_once_when_eight_threads_have_dropped_their_cop
     v2::io_error const error = shared_error();
     EXPECT_EQ(failures_of_crowd(
                   [&](int, int) {
-                      v2::io_error const copy(error);
+                      v2::io_error copy(error);
                       v2::io_error again;
                       again = copy;
+                      copy.reset();
                       v2::io_error const moved(std::move(again));
                       return moved.diagnostics().contains("address");
                   },
@@ -73,6 +74,7 @@ TEST(shared_diagnostics, are_destroyed_by_the_last_of_eight_threads) {
         ASSERT_EQ(references(copies[0]), static_cast<unsigned int>(owners));
         std::atomic<int> waiting{owners};
         std::vector<std::thread> threads;
+        threads.reserve(owners);
         for (v2::io_error& own : copies) {
             threads.emplace_back([&] {
                 --waiting;
