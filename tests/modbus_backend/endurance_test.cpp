@@ -39,6 +39,6 @@ TEST_P(simulated_minutes, deliver_every_change_that_stands_and_keep_the_interval
     EXPECT_EQ(figures.held.of_heap(), 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(by_seed, simulated_minutes, ::testing::Range(1U, 5U));
+INSTANTIATE_TEST_SUITE_P(by_seed, simulated_minutes, ::testing::Range(1U, 3U));
 
 } // namespace
