@@ -15,9 +15,7 @@ Exit status: 0 if every line is covered or an exception, no exception is covered
 are; 1 if not; 2 where the arguments or the exceptions are wrong.
 """
 
-import bisect
 import collections
-import concurrent.futures
 import json
 import os
 import pathlib
@@ -31,9 +29,18 @@ FOLDERS = ("src", "include")
 LEAST_BRANCHES = 98  # per cent
 VERSION = "14"  # of the tools, which must be that of the compiler
 
+# Kinds of regions, as llvm-cov numbers them: what the preprocessor left out, and what lies between
+# two statements.
+SKIPPED = 2
+GAP = 3
+
 # A counter that is the difference of two others falls below zero, as a huge number, where a process
 # doubled on the way.
 LARGEST_COUNT = 2**63
+
+
+# Functions alone are wanted: a file that none of the programs is made of, for all would take long.
+NO_SOURCE = __file__
 
 
 class Problem(Exception):
@@ -41,31 +48,52 @@ class Problem(Exception):
 
 
 class Coverage:
-    """What ran of one source: counts by line, and by the position of a branch how often its condition
-    was met and how often each direction was taken."""
+    """What ran of one source, by places: regions of code, and branches with their two directions. The
+    regions of one instantiation say little alone, for what is left out of it lies in the region around.
+    Those of all together do: the innermost one around a place tells whether that ran."""
 
     def __init__(self):
-        self.lines = {}
+        self.regions = {}
         self.branches = {}
+        self.skipped = set()
 
-    def add(self, file):
-        """Take what one program says. Of several instantiations the one that ran more counts."""
-        segments = file["segments"]
-        for line, count in counts_of_lines(segments):
-            self.lines[line] = max(self.lines.get(line, 0), count)
-        begins = [segment[:2] for segment in segments]
-        for branch in file["branches"]:
-            around = bisect.bisect_right(begins, branch[:2]) - 1
-            met = segments[around][2] if around >= 0 else 0
-            known = self.branches.get(tuple(branch[:4]), (0, 0, 0))
-            self.branches[tuple(branch[:4])] = tuple(
-                map(max, known, map(plausible, (met, *branch[4:6]))))
+    def add_region(self, place, count, kind):
+        if kind == SKIPPED:
+            self.skipped.update(range(place[0], place[2] + 1))
+        elif kind != GAP:
+            self.regions[place] = max(self.regions.get(place, 0), plausible(count))
 
-    def directions(self):
+    def add_branch(self, place, counts):
+        known = self.branches.get(place, (0, 0))
+        self.branches[place] = tuple(map(max, known, map(plausible, counts)))
+
+    def count_at(self, line, column):
+        """How often that place ran; None where there is no code."""
+        around = [place for place in self.regions if place[:2] <= (line, column) < place[2:]]
+        # Of two that begin together the shorter one.
+        return self.regions[max(around, key=lambda p: (p[:2], (-p[2], -p[3])))] if around else None
+
+    def lines(self, texts):
+        """How often each line with code ran, by its number: any part of it."""
+        begins = collections.defaultdict(list)
+        for place, count in self.regions.items():
+            if place[:2] != place[2:]:
+                begins[place[0]].append(count)
+        counts = {}
+        for number, text in enumerate(texts, 1):
+            if number in self.skipped or not has_code(text):
+                continue
+            first = self.count_at(number, len(text) - len(text.lstrip()) + 1)
+            if first is not None or number in begins:
+                counts[number] = max([first or 0, *begins[number]])
+        return counts
+
+    def directions(self, texts):
         """Yields line, column, direction and count. A condition that was met and went nowhere is
-        constant, and no branch."""
-        for (line, column, _, _), (met, *counts) in sorted(self.branches.items()):
-            if met > 0 and not any(counts):
+        constant, and so is one of a statement that says it is: neither is a branch."""
+        for (line, column, *_), counts in sorted(self.branches.items()):
+            met = self.count_at(line, column)
+            if (met and not any(counts)) or is_constant(texts, line, column):
                 continue
             for direction, count in zip(("true", "false"), counts):
                 yield line, column, direction, count
@@ -75,25 +103,22 @@ def plausible(count):
     return count if count < LARGEST_COUNT else 0
 
 
-def counts_of_lines(segments):
-    """Yields each line that has code, and how often it ran. A segment is line, column, count, whether
-    it has one, whether a region begins there, and whether that is a gap between two others; it lasts
-    to the next one."""
-    by_line = collections.defaultdict(list)
-    for segment in segments:
-        by_line[segment[0]].append(segment)
-    if not segments:
-        return
-    before = None
-    for line in range(segments[0][0], segments[-1][0] + 1):
-        here = by_line.get(line, [])
-        begun = [plausible(s[2]) for s in here if s[3] and s[4] and not s[5]]
-        is_skipped = bool(here) and not here[0][3] and here[0][4]
-        lasts = before is not None and before[3]
-        if not is_skipped and (lasts or begun):
-            yield line, max(begun + ([plausible(before[2])] if before is not None else []))
-        if here:
-            before = here[-1]
+def without_comment(text):
+    return text.split("//")[0]
+
+
+def has_code(text):
+    return re.search(r"\w", without_comment(text)) is not None
+
+
+def is_constant(texts, line, column):
+    """Whether the statement around a place is evaluated by the compiler."""
+    before = texts[line - 1][:column - 1]
+    while not re.search("[;{}]", before) and line > 1:
+        line -= 1
+        before = without_comment(texts[line - 1]) + " " + before
+    statement = re.split("[;{}]", before)[-1]
+    return re.search(r"\b(constexpr|static_assert|requires)\b", statement) is not None
 
 
 def run(command):
@@ -113,27 +138,34 @@ def joined_counts(folder, target):
     run([f"llvm-profdata-{VERSION}", "merge", "-o", target, *profiles])
 
 
-def exported(program, counts, folders):
-    """What llvm-cov knows about the sources in `folders` of which the program was built."""
-    said = run([f"llvm-cov-{VERSION}", "export", "-format=text", "-skip-functions",
-                f"-instr-profile={counts}", program, *map(str, folders)])
-    return json.loads(said)["data"][0]["files"]
+def exported(program, counts):
+    """The functions of a program, each instantiation for itself, as llvm-cov knows them."""
+    said = run([f"llvm-cov-{VERSION}", "export", "-format=text", "-skip-expansions",
+                f"-instr-profile={counts}", program, NO_SOURCE])
+    return json.loads(said)["data"][0]["functions"]
+
+
+def add_function(found, root, function):
+    """Take what a function says of the sources that are judged."""
+    folders = tuple(f"{root / name}{os.sep}" for name in FOLDERS)
+    judged = [found[name[len(f"{root}{os.sep}"):]] if name.startswith(folders) else None
+              for name in function["filenames"]]
+    for *place, count, file, _, kind in function["regions"]:
+        if judged[file] is not None:
+            judged[file].add_region(tuple(place), count, kind)
+    for *place, true_count, false_count, file, _, _ in function["branches"]:
+        if judged[file] is not None:
+            judged[file].add_branch(tuple(place), (true_count, false_count))
 
 
 def read_coverage(root, counts, programs):
-    folders = [root / name for name in FOLDERS if (root / name).is_dir()]
-    if not folders:
+    if not any((root / name).is_dir() for name in FOLDERS):
         raise Problem(f"neither {' nor '.join(FOLDERS)} in {root}")
     found = collections.defaultdict(Coverage)
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for files in pool.map(lambda program: exported(program, counts, folders), programs):
-            for file in files:
-                found[pathlib.Path(file["filename"]).relative_to(root)].add(file)
+    for program in programs:
+        for function in exported(program, counts):
+            add_function(found, root, function)
     return found
-
-
-def has_code(text):
-    return re.search(r"\w", text.split("//")[0]) is not None
 
 
 class Sources:
@@ -189,7 +221,7 @@ class Exceptions:
                 "branch": {"file", "text", "never", "reason"}}.get(kind)
         if keys is None or set(entry) != keys or not all(map(str.strip, entry.values())):
             raise Problem(f"{path}: not an exception: {kind} {entry}")
-        name = pathlib.Path(entry["file"])
+        name = entry["file"]
         try:
             numbers = sources.lines_with(name, entry["text"])
         except Problem as problem:
@@ -220,15 +252,15 @@ class Report:
         self.lines = self.covered_lines = self.directions = self.taken = 0
 
     def judge(self, name, coverage, exceptions, sources):
-        known = {line: count for line, count in coverage.lines.items()
-                 if has_code(sources.text(name, line))}
+        texts = sources.lines(name)
+        known = coverage.lines(texts)
         excepted = {line for file, line in exceptions.lines if file == name}
         uncovered = {line for line, count in known.items() if count == 0}
         self.uncovered += [f"{name}:{line}" for line in sorted(uncovered - excepted)]
         # Lines without code may stand among the excepted ones.
         self.stale += [f"{name}:{line}" for line in sorted(excepted - uncovered)
-                       if coverage.lines.get(line, 1) > 0]
-        directions = list(coverage.directions())
+                       if line in known or not has_code(texts[line - 1])]
+        directions = list(coverage.directions(texts))
         missed = {(line, column, direction): None
                   for line, column, direction, count in directions if count == 0}
         allowed = {branch[1:] for branch in exceptions.branches if branch[0] == name}
@@ -242,7 +274,7 @@ class Report:
         self.directions += len(directions)
         self.taken += len(directions) - len(missed)
         if uncovered or missed:
-            self.rows.append((str(name), len(uncovered), len(known), len(missed), len(directions)))
+            self.rows.append((name, len(uncovered), len(known), len(missed), len(directions)))
 
     def print(self):
         if self.rows:
