@@ -199,6 +199,14 @@ class Sources:
             raise Problem(f"{len(places)} places in {name} read '{' / '.join(wanted)}'")
         return range(places[0] + 1, places[0] + 1 + len(wanted))
 
+    def lines_through(self, name, numbers, last):
+        """The lines from `numbers` on through the next one that is `last` with all its spaces."""
+        lines = self.lines(name)
+        for number in range(numbers[-1], len(lines) + 1):
+            if lines[number - 1] == last:
+                return range(numbers[0], number + 1)
+        raise Problem(f"no line '{last}' behind {name}:{numbers[0]}")
+
 
 class Exceptions:
     """Lines, and directions of branches, that need not be covered."""
@@ -219,11 +227,14 @@ class Exceptions:
     def take(self, path, kind, entry, sources):
         keys = {"lines": {"file", "text", "reason"},
                 "branch": {"file", "text", "never", "reason"}}.get(kind)
-        if keys is None or set(entry) != keys or not all(map(str.strip, entry.values())):
+        optional = {"last"} if kind == "lines" else set()
+        if keys is None or set(entry) - optional != keys or not all(map(str.strip, entry.values())):
             raise Problem(f"{path}: not an exception: {kind} {entry}")
         name = entry["file"]
         try:
             numbers = sources.lines_with(name, entry["text"])
+            if "last" in entry:
+                numbers = sources.lines_through(name, numbers, entry["last"])
         except Problem as problem:
             raise Problem(f"{path}: {problem}") from None
         if kind == "lines":
