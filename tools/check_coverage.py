@@ -238,7 +238,7 @@ class Exceptions:
         except Problem as problem:
             raise Problem(f"{path}: {problem}") from None
         if kind == "lines":
-            self.lines += [(name, number) for number in numbers]
+            self.lines.append((name, numbers))
             return
         if len(numbers) != 1 or entry["never"] not in ("true", "false"):
             raise Problem(f"{path}: not a direction of a branch: {entry}")
@@ -265,12 +265,15 @@ class Report:
     def judge(self, name, coverage, exceptions, sources):
         texts = sources.lines(name)
         known = coverage.lines(texts)
-        excepted = {line for file, line in exceptions.lines if file == name}
+        excepted = {line for file, numbers in exceptions.lines if file == name for line in numbers}
         uncovered = {line for line, count in known.items() if count == 0}
         self.uncovered += [f"{name}:{line}" for line in sorted(uncovered - excepted)]
-        # Lines without code may stand among the excepted ones.
-        self.stale += [f"{name}:{line}" for line in sorted(excepted - uncovered)
-                       if line in known or not has_code(texts[line - 1])]
+        # Lines without code may stand among the excepted ones, but not alone.
+        for numbers in (numbers for file, numbers in exceptions.lines if file == name):
+            reached = [line for line in numbers if line in known and line not in uncovered]
+            if not reached and uncovered.isdisjoint(numbers):
+                reached = numbers[:1]
+            self.stale += [f"{name}:{line}" for line in reached]
         directions = list(coverage.directions(texts))
         missed = {(line, column, direction): None
                   for line, column, direction, count in directions if count == 0}
