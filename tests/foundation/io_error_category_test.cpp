@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <memory>
 #include <ostream>
 #include <string>
 
@@ -114,6 +115,14 @@ TEST(GenericCategory, IsNamedGeneric) {
 
 TEST(GenericCategory, IsOneObject) {
     EXPECT_EQ(&generic_io_error_category(), &generic_io_error_category());
+}
+
+TEST(GenericCategory, SpeaksTheSameWhereSomebodyMakesAnotherOne) {
+    auto own = std::make_unique<io_error_generic_category>();
+    EXPECT_STREQ(own->name(), "generic");
+    EXPECT_EQ(own->message(1), "not found");
+    // Categories are told by their addresses.
+    EXPECT_NE(io_error(*own, 1), make_io_error(io_errc::not_found));
 }
 
 TEST(GenericCategory, HoldsItsTableAlone) {

@@ -131,6 +131,18 @@ TYPED_TEST(Results, FindTheEntryOfAnIdentifier) {
     EXPECT_EQ(same.find(id("flow")), &same[2]);
 }
 
+// Texts of one size are told by their last bytes before all of them are compared.
+TYPED_TEST(Results, FindAmongLongTextsOfOneSize) {
+    std::vector<id> const identifiers{id("pump.north.speed"), id("pump.north.state"),
+                                      id("pump.south.speed"), id("pump.south.state")};
+    TypeParam const result(identifiers);
+    for (unsigned int i = 0; i < result.size(); ++i) {
+        EXPECT_EQ(result.find(identifiers[i]), &result[i]) << identifiers[i];
+    }
+    EXPECT_EQ(result.find(id("pump.south.stale")), nullptr);
+    EXPECT_EQ(result.find(id("tank.south.state")), nullptr);
+}
+
 TYPED_TEST(Results, FindNothingForAnUnknownIdentifier) {
     TypeParam result(this->three());
     TypeParam const& same = result;
