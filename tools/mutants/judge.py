@@ -1,0 +1,148 @@
+"""Traces which test cases reach which places, and lets the cases judge the mutants."""
+
+import concurrent.futures
+import dataclasses
+import os
+import pathlib
+import resource
+import signal
+import subprocess
+import tempfile
+import time
+
+from places import Failure
+
+# As many bytes as the library maps.
+PLACES = 65536
+# A mutant may ask for memory without end. Tests of limits themselves reserve some gigabytes.
+MOST_MEMORY = 16 << 30
+MOST_OUTPUT = 64 << 20
+# Beside what the cases take without a mutant, many times over, for the machine may be busy.
+LEAST_SECONDS = 20
+# So many cases judge first, the quickest ones: most mutants need no more.
+FIRST_CASES = 12
+
+
+@dataclasses.dataclass
+class Case:
+    """A test case, what it takes and the numbers of the places that it reaches."""
+    program: object
+    name: str
+    milliseconds: int
+    reached: frozenset
+
+
+def limit():
+    """For this process and all that it starts from now on."""
+    resource.setrlimit(resource.RLIMIT_AS, (MOST_MEMORY, MOST_MEMORY))
+    resource.setrlimit(resource.RLIMIT_FSIZE, (MOST_OUTPUT, MOST_OUTPUT))
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+
+
+def run(program, arguments, environment, seconds):
+    """\\return the exit status and what was written; no status after `seconds`."""
+    with tempfile.TemporaryFile() as out:
+        process = subprocess.Popen(
+            [program.path, *arguments], cwd=program.folder, stdin=subprocess.DEVNULL, stdout=out,
+            stderr=subprocess.STDOUT, start_new_session=True,
+            env={**os.environ, **program.environment, **environment})
+        try:
+            status = process.wait(seconds)
+        except subprocess.TimeoutExpired:
+            status = None
+        try: # children of the case may live on
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+        process.wait()
+        out.seek(0)
+        return status, out.read(1 << 20).decode(errors="replace")
+
+
+def trace_program(program, folder):
+    """\\return the cases of a program, which must all pass."""
+    reached = pathlib.Path(folder, f"{program.name}.reached")
+    reached.write_bytes(bytes(PLACES))
+    status, said = run(program, ["--gtest_brief=1"], {"IOKERN_MUTANTS_REACHED": str(reached)}, 3600)
+    if status != 0:
+        raise Failure(f"{said[-4000:]}\ndev: mutants FAILED: {program.name} fails without a mutant")
+    cases, before = [], frozenset()
+    for line in pathlib.Path(f"{reached}.cases").read_text().splitlines():
+        name, milliseconds, numbers = line.split("\t")
+        numbers = frozenset(map(int, numbers.split()))
+        if name:
+            # What came before the first case, tables for instance, may change any of them.
+            cases.append(Case(program, name, int(milliseconds), numbers | before))
+        else:
+            before = numbers
+    if not cases:
+        raise Failure(f"dev: mutants FAILED: {program.name} has no test cases")
+    return cases
+
+
+def trace(programs, folder, jobs):
+    """\\return all cases of all programs."""
+    folder.mkdir(parents=True, exist_ok=True)
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        return [case for cases in pool.map(lambda program: trace_program(program, folder), programs)
+                for case in cases]
+
+
+def in_runs(cases):
+    """Cases by program, programs that take least time first."""
+    by_program = {}
+    for case in cases:
+        by_program.setdefault(case.program.name, []).append(case)
+    return sorted(by_program.values(), key=lambda some: sum(case.milliseconds for case in some))
+
+
+def fails(number, cases):
+    """\\return what shows that one of the cases, of one program, fails with the mutant; or nothing."""
+    program = cases[0].program
+    seconds = LEAST_SECONDS + sum(case.milliseconds for case in cases) * 10 / 1000
+    with tempfile.NamedTemporaryFile("w", suffix=".flags") as flags:
+        flags.write(f"--gtest_filter={':'.join(case.name for case in cases)}\n")
+        flags.flush()
+        status, said = run(program, [f"--gtest_flagfile={flags.name}", "--gtest_fail_fast"],
+                           {"IOKERN_MUTANT": str(number)}, seconds)
+    if status == 0:
+        return None
+    started = [line.split("] ")[1] for line in said.splitlines() if line.startswith("[ RUN ")]
+    last = f"{program.name}: {started[-1] if started else 'before the first case'}"
+    if status is None:
+        return f"{last}, no end after {seconds:.0f} s"
+    return f"{last}, signal {-status}" if status < 0 else last
+
+
+@dataclasses.dataclass
+class Verdict:
+    """What became of a mutant: `killer` is empty where it survived."""
+    number: int
+    killer: str
+    cases: int # that reach it
+    seconds: float
+
+
+def judge(number, cases):
+    """Lets those cases judge a mutant that reach it, until one fails."""
+    start = time.monotonic()
+    reaching = sorted((case for case in cases if number in case.reached),
+                      key=lambda case: case.milliseconds)
+    first, rest = reaching[:FIRST_CASES], reaching[FIRST_CASES:]
+    killer = None
+    for some in in_runs(first) + in_runs(rest):
+        killer = fails(number, some)
+        if killer is not None:
+            break
+    return Verdict(number, killer or "", len(reaching), time.monotonic() - start)
+
+
+def judge_all(numbers, cases, jobs, tell):
+    """\\return the verdicts on the mutants of these numbers; `tell` is given each as it comes."""
+    verdicts = []
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        waiting = [pool.submit(judge, number, cases) for number in numbers]
+        for done in concurrent.futures.as_completed(waiting):
+            verdicts.append(done.result())
+            tell(verdicts)
+    return sorted(verdicts, key=lambda verdict: verdict.number)
