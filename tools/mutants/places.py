@@ -278,12 +278,13 @@ class Walker:
             self.source.negate(cursor)
         elif operator in BOUNDS:
             self.source.swap(left, operator, right, BOUNDS[operator])
-        elif is_built_in and not (self.is_pointer(left) and self.is_pointer(right)):
+        elif is_built_in and not self.is_pointer(right): # two pointers have no sum
             self.source.swap(left, operator, right, SWAPPED[operator])
 
     @staticmethod
     def is_pointer(cursor):
-        return cursor.type.get_canonical().kind == cindex.TypeKind.POINTER
+        return cursor.type.get_canonical().kind in (cindex.TypeKind.POINTER,
+                                                    cindex.TypeKind.CONSTANTARRAY)
 
     def literal(self, cursor):
         start, end = cursor.extent.start.offset, cursor.extent.end.offset

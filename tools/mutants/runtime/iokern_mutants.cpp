@@ -6,8 +6,8 @@
 
 #include <cstdlib>
 
-// It is the only source of the mutated library that was not there before. Nothing here may allocate:
-// tests count what the library asks for.
+// It is the only source of the mutated library that was not there before. Nothing here may
+// allocate: tests count what the library asks for.
 
 namespace iokern_mutants {
 
@@ -30,8 +30,7 @@ namespace {
     if (name == nullptr) return;
     int const file = ::open(name, O_RDWR | O_CLOEXEC);
     if (file < 0) std::abort();
-    void* const shared =
-        ::mmap(nullptr, most_places, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    void* const shared = ::mmap(nullptr, most_places, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
     if (shared == MAP_FAILED) std::abort();
     ::close(file);
     reached = static_cast<unsigned char*>(shared);
