@@ -26,9 +26,9 @@ def read(path):
         if entry == [""]:
             continue
         if len(entry) < 3:
-            raise Failure(f"dev: mutants FAILED: {path.name} has an entry without a reason: {entry[0]}")
+            raise Failure(f"dev: mutants FAILED: an entry without a reason: {entry[0]}")
         if (entry[0], entry[1]) in reasons:
-            raise Failure(f"dev: mutants FAILED: {path.name} has an entry twice: {entry[0]}")
+            raise Failure(f"dev: mutants FAILED: an entry stands there twice: {entry[0]}")
         reasons[entry[0], entry[1]] = " ".join(entry[2:])
     return reasons
 

@@ -35,7 +35,8 @@ FUNCTIONS = {Kind.FUNCTION_DECL, Kind.CXX_METHOD, Kind.CONSTRUCTOR, Kind.DESTRUC
 SILENT = {Kind.STATIC_ASSERT, Kind.TYPE_ALIAS_DECL, Kind.TYPEDEF_DECL, Kind.USING_DECLARATION,
           Kind.TYPE_ALIAS_TEMPLATE_DECL, Kind.CXX_UNARY_EXPR, Kind.ENUM_DECL}
 # A macro with what it is given, by its name of capitals; and a line of the preprocessor.
-MACRO = re.compile(rb"\b[A-Z][A-Z0-9_]{3,}\b(\([^()]*\))?|^[ \t]*#(?:[^\n]*\\\n)*[^\n]*", re.MULTILINE)
+MACRO = re.compile(rb"\b[A-Z][A-Z0-9_]{3,}\b(\([^()]*\))?|^[ \t]*#(?:[^\n]*\\\n)*[^\n]*",
+                   re.MULTILINE)
 # Whose statement may be dropped, where the statement is no block itself.
 OWNERS = {Kind.COMPOUND_STMT, Kind.IF_STMT, Kind.FOR_STMT, Kind.WHILE_STMT,
           Kind.CXX_FOR_RANGE_STMT, Kind.DO_STMT}
@@ -354,6 +355,6 @@ def numbered(places):
 
 
 def find(root, files):
-    """\\return by file the places of all `files`, names below `root`, in the order of the source."""
+    """Gives by file all places in `files`, names below `root`, each from start to end."""
     found = find_together(root, files)
     return {file: list(numbered(found[file])) for file in sorted(found)}

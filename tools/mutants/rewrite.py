@@ -4,7 +4,7 @@ from places import ON
 
 
 def rewrite(text, numbered):
-    """\\return the source `text` in which each of `numbered`, pairs of a number and a place, asks
+    """Gives the source `text` in which each of `numbered`, pairs of a number and a place, asks
     whether its mutant was chosen. Places may stand in one another."""
     ordered = sorted(numbered, key=lambda pair: (pair[1].start, -pair[1].end))
 

@@ -19,13 +19,13 @@ SUFFIXES = (".cpp", ".hpp")
 
 
 def sources(root):
-    """\\return the names below `root` of all sources that are mutated."""
+    """Gives the names below `root` of all sources that are mutated."""
     return sorted(str(path.relative_to(root)) for folder in MUTATED
                   for path in (root / folder).rglob("*") if path.suffix in SUFFIXES)
 
 
 def choose(found, most):
-    """\\return at most so many places of each file, from its start to its end evenly: large files
+    """Gives at most so many places of each file, from its start to its end evenly: large files
     must not leave the others in the shade, and whoever repairs a test wants the same mutants
     again."""
     chosen = []
@@ -119,7 +119,7 @@ class Program:
 
 
 def programs(folder):
-    """\\return the test programs of a build: those of GoogleTest, which have cases to choose."""
+    """Gives the test programs of a build: those of GoogleTest, which have cases to choose."""
     listed = subprocess.run(["ctest", "--test-dir", folder, "--show-only=json-v1"],
                             capture_output=True, text=True, check=True).stdout
     return [Program(test) for test in json.loads(listed)["tests"]
