@@ -73,7 +73,8 @@ def trace_program(program, folder):
     """Gives the cases of a program, which must all pass."""
     reached = pathlib.Path(folder, f"{program.name}.reached")
     reached.write_bytes(bytes(PLACES))
-    status, said = run(program, ["--gtest_brief=1"], {"IOKERN_MUTANTS_REACHED": str(reached)}, 3600)
+    arguments = ["--gtest_brief=1", *([program.filter] if program.filter else [])]
+    status, said = run(program, arguments, {"IOKERN_MUTANTS_REACHED": str(reached)}, 3600)
     if status != 0:
         raise Failure(f"{said[-4000:]}\ndev: mutants FAILED: {program.name} fails without a mutant")
     cases, before = [], frozenset()

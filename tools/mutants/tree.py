@@ -111,7 +111,10 @@ class Program:
 
     def __init__(self, test):
         self.name = test["name"]
-        self.path = test["command"][0]
+        self.path, *arguments = test["command"]
+        # Which of its cases are this test; the other arguments are about what it says.
+        self.filter = next((argument for argument in arguments
+                            if argument.startswith("--gtest_filter=")), None)
         properties = {entry["name"]: entry["value"] for entry in test.get("properties", [])}
         self.folder = properties.get("WORKING_DIRECTORY", ".")
         self.environment = dict(setting.split("=", 1)

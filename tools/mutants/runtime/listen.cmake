@@ -1,5 +1,10 @@
-# Included by project() in the mutated tree: at the end of the configuration, every program below
-# tests/ takes the listener in.
+# Included by each project() in the mutated tree: at the end of the configuration, every test program
+# takes the listener in. Projects within it are those of others.
+if(NOT CMAKE_CURRENT_SOURCE_DIR STREQUAL CMAKE_SOURCE_DIR)
+  return()
+endif()
+cmake_policy(SET CMP0079 NEW) # targets of other folders may be linked with more
+
 function(iokern_mutants_listen folder)
   get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
   foreach(target IN LISTS targets)
