@@ -107,28 +107,24 @@ def in_runs(cases):
     return sorted(by_program.values(), key=lambda some: sum(case.milliseconds for case in some))
 
 
-def fails(number, cases):
-    """Gives which of the cases, of one program, fails with the mutant; or nothing."""
+def run_cases(number, cases):
+    """Runs cases of one program with a mutant, up to the first that fails; 0 is for no mutant."""
     program = cases[0].program
     seconds = LEAST_SECONDS + SLOWER * sum(case.milliseconds for case in cases) // 1000
     with tempfile.NamedTemporaryFile("w", suffix=".flags") as flags:
         flags.write(f"--gtest_filter={':'.join(case.name for case in cases)}\n")
         flags.flush()
-        status, said = run(program, [f"--gtest_flagfile={flags.name}", "--gtest_fail_fast"],
-                           {"IOKERN_MUTANT": str(number)}, seconds)
-    if status == 0:
-        return None
-    started = [line.split("] ")[1] for line in said.splitlines() if line.startswith("[ RUN ")]
-    last = f"{program.name}: {started[-1] if started else 'before the first case'}"
-    return f"{last}, {signal.Signals(-status).name}" if status < 0 else last
+        return run(program, [f"--gtest_flagfile={flags.name}", "--gtest_fail_fast"],
+                   {"IOKERN_MUTANT": str(number)}, seconds)
 
 
 @dataclasses.dataclass
 class Verdict:
-    """What became of a mutant: `killer` is empty where it survived."""
+    """What became of a mutant: `killer` is nothing where it survived."""
     number: int
-    killer: str
-    cases: int # that reach it
+    killer: Case
+    how: str
+    reaching: int # cases
     seconds: float
 
 
@@ -138,12 +134,28 @@ def judge(number, cases):
     reaching = sorted((case for case in cases if number in case.reached),
                       key=lambda case: case.cost)
     first, rest = reaching[:FIRST_CASES], reaching[FIRST_CASES:]
-    killer = None
+    killer, how = None, ""
     for some in in_runs(first) + in_runs(rest):
-        killer = fails(number, some)
-        if killer is not None:
-            break
-    return Verdict(number, killer or "", len(reaching), time.monotonic() - start)
+        status, said = run_cases(number, some)
+        if status == 0:
+            continue
+        started = [line.split("] ")[1] for line in said.splitlines() if line.startswith("[ RUN ")]
+        killer = next((case for case in some if started and case.name == started[-1]), some[0])
+        how = f"{killer.program.name}: {killer.name}"
+        if status < 0:
+            how += f", {signal.Signals(-status).name}"
+        break
+    return Verdict(number, killer, how, len(reaching), time.monotonic() - start)
+
+
+def check_killers(verdicts):
+    """A case that fails on its own without a mutant would kill them all: raises Failure then."""
+    for cases in in_runs({id(verdict.killer): verdict.killer
+                          for verdict in verdicts if verdict.killer}.values()):
+        status, said = run_cases(0, cases)
+        if status != 0:
+            raise Failure(f"{said[-4000:]}\ndev: mutants FAILED: those cases of "
+                          f"{cases[0].program.name} that killed fail without a mutant, alone")
 
 
 def judge_all(numbers, cases, jobs, tell):

@@ -72,6 +72,7 @@ class Run:
                   if equivalents.key(self.mutants[number - 1]) not in reasons]
         self.say(f"judging {len(judged)} mutants by {len(cases)} test cases")
         verdicts = judge.judge_all(judged, cases, JOBS, lambda done: self.tell(done, len(judged)))
+        judge.check_killers(verdicts)
         return self.report(verdicts, len(numbers) - len(judged))
 
     def tell(self, verdicts, count):
@@ -82,13 +83,13 @@ class Run:
             self.say(f"{len(verdicts)} of {count}")
 
     def survivor(self, verdict):
-        reach = f"{verdict.cases} cases reach it" if verdict.cases else "not reached"
+        reach = f"{verdict.reaching} cases reach it" if verdict.reaching else "not reached"
         return f"{describe(self.mutants[verdict.number - 1])} ({reach})"
 
     def report(self, verdicts, equivalent):
         survivors = [self.survivor(verdict) for verdict in verdicts if not verdict.killer]
         lines = [f"survived {line}" for line in survivors]
-        lines += [f"killed {describe(self.mutants[verdict.number - 1])} (by {verdict.killer}, "
+        lines += [f"killed {describe(self.mutants[verdict.number - 1])} (by {verdict.how}, "
                   f"{verdict.seconds:.1f} s)" for verdict in verdicts if verdict.killer]
         (self.folder / "report.txt").write_text("\n".join(lines) + "\n")
         for line in survivors:
@@ -103,7 +104,7 @@ class Run:
 
 def main(arguments):
     if arguments and (arguments[0] != "--sample" or len(arguments) != 2
-                      or not arguments[1].isdecimal()):
+                      or not arguments[1].isdecimal() or int(arguments[1]) == 0):
         print(__doc__.split("\n\n")[1], file=sys.stderr)
         return 2
     sample = int(arguments[1]) if arguments else None

@@ -33,7 +33,7 @@ def check(folder, jobs):
     cases = judge.trace(tree.programs(folder / "build"), folder / "trace", jobs)
     verdicts = judge.judge_all(range(1, len(mutants) + 1), cases, jobs, lambda _: None)
     outcome = {mutants[verdict.number - 1].mutation:
-               KILLED if verdict.killer else SURVIVES if verdict.cases else NOT_REACHED
+               KILLED if verdict.killer else SURVIVES if verdict.reaching else NOT_REACHED
                for verdict in verdicts}
     if outcome != EXPECTED:
         wrong = sorted(set(outcome.items()) ^ set(EXPECTED.items()))
