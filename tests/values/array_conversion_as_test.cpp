@@ -104,6 +104,12 @@ TEST(ExactArray, RefusesWhatWouldBeCutOrClamped) {
     EXPECT_EQ(exact_code_of<array<short>>(array<io_value>::of(1, 70000.0F)), 4);
 }
 
+TEST(ExactArray, LooksAtItsFirstElementAsWell) {
+    EXPECT_EQ(exact_code_of<std::vector<unsigned char>>(array<float>{300.0F, 44.0F}), 4);
+    EXPECT_EQ(exact_code_of<std::vector<int>>(array<double>{3e9, 1.0}), 4);
+    EXPECT_EQ(exact_code_of<array<short>>(array<io_value>::of(70000.0F, 1)), 4);
+}
+
 TEST(ExactArray, TakesWhatKeepsItsNumber) {
     EXPECT_EQ(io_value(array<double>{1.0, -2.0, 0.0}).get_exact<std::vector<int>>(),
               (std::vector<int>{1, -2, 0}));

@@ -103,6 +103,14 @@ TEST(IdenticalValues, SeeAnotherKeyWithTheSameValue) {
     EXPECT_FALSE(identical(left, right));
 }
 
+TEST(IdenticalValues, SeeTheTypeOfEachObjectInAnArray) {
+    io_structure_type const structure({{"a", io_data_type::scalar(types::i32)}});
+    io_value const value(array<io_object>{io_object(7, structure)});
+    EXPECT_TRUE(identical(value, array<io_object>{io_object(7, structure)}));
+    EXPECT_FALSE(identical(value, array<io_object>{io_object(8, structure)}));
+    EXPECT_FALSE(identical(value, array<io_object>{io_object()}));
+}
+
 TEST(IdenticalValues, LookIntoArraysOfObjectsAndOfValues) {
     io_object object;
     object.set("a", array<io_value>::of(1, sample_object()));
