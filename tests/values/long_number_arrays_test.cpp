@@ -18,13 +18,16 @@ using v2::io_error;
 using v2::io_value;
 using v2::utility::array;
 
-/// Two kinds of element, and a number of the first that the second does not hold, if there is one.
-template <class From, class To, long long HalfMisfit = 0>
+/// Two kinds of element, and twice a number of the first that the second does not hold; 0 where it
+/// holds them all.
+template <class From, class To, long long TwiceMisfit = 0>
 struct element_pair {
     using from = From;
     using to = To;
-    static constexpr bool has_misfit = HalfMisfit != 0;
-    static constexpr From misfit() { return static_cast<From>(static_cast<From>(HalfMisfit) / 2); }
+    static constexpr bool has_misfit = TwiceMisfit != 0;
+    static constexpr From misfit() {
+        return static_cast<From>(static_cast<double>(TwiceMisfit) / 2);
+    }
 };
 
 using element_pairs = ::testing::Types<element_pair<double, int, 1>,
