@@ -27,6 +27,8 @@ bool io_object_impl::has(std::string_view key) const noexcept {
 }
 
 io_value io_object_impl::get(std::string_view key, io_error& error) const {
+    // The diagnostics that go may hold this very object, or the key.
+    io_error_diagnostics const kept = error.diagnostics();
     if (!is_valid_key(key)) {
         detail::report(error, io_errc::invalid_property);
         return io_value();

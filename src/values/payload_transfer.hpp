@@ -38,7 +38,9 @@ struct payload_transfer {
         return result;
     }
 
-    /// Take all that `argument` has, of which the same holds, in the place of what is there.
+    /// Take all that `argument` has in the place of what is there; the argument owns nothing any
+    /// more, and must only be destroyed. \throws char const*  where it has no legal alternative,
+    /// and then a payload that was there has gone
     static void replace(io_data_value& to, io_data_value& argument) {
         if (to.value_.owns_payload()) [[unlikely]]
             to.value_.destroy_payload();
@@ -77,6 +79,7 @@ private:
         to.type_.structure_id = from.type_.structure_id;
         to.type_.array_kind = from.type_.array_kind;
         to.type_.array_extent = from.type_.array_extent;
+        static_assert(sizeof(from.storage_) % sizeof(word) == 0);
         copy_words(to.storage_.bytes, from.storage_.bytes,
                    std::make_index_sequence<sizeof(from.storage_) / sizeof(word)>());
         to.index_ = from.index_;

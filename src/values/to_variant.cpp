@@ -8,6 +8,8 @@
 namespace tavi::ioapi::v2 {
 
 io_value io_value::to_variant(io_data_type const& type, io_error& error) const {
+    // The diagnostics that go may hold this very value, or the type.
+    io_error_diagnostics const kept = error.diagnostics();
     detail::report(error, io_errc::success);
     if (type == type_) return *this;
     if (type.type_code() == 0) return io_value();

@@ -159,7 +159,7 @@ std::vector<operation> result_operations() {
             source = std::move(taken);
         });
     row(
-        "AnAssignmentToFewerNodes", promise::usable, {"browse_result::operator="},
+        "AnAssignmentToFewerNodes", promise::unchanged, {"browse_result::operator="},
         [] { return std::pair(browse_result(1), three_nodes()); },
         [](std::pair<browse_result, browse_result>& both) {
             both.first = std::as_const(both.second);

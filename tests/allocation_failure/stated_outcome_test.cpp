@@ -89,10 +89,12 @@ TEST(AFailedValueAssignment, LeavesWhatAllOperationsRefuse) {
     EXPECT_TRUE(raises_a_bare_text([&] { *target = io_value(5); }));
     EXPECT_TRUE(raises_a_bare_text([&] { (void)(*target == io_value(5)); }));
     EXPECT_TRUE(raises_a_bare_text([&] { (void)target->printable_string(); }));
-    EXPECT_TRUE(raises_a_bare_text([&] { target->~io_value(); }));
+    EXPECT_TRUE(raises_a_bare_text([&] { io_value const moved(std::move(*target)); }));
+    EXPECT_TRUE(raises_a_bare_text([&] { target->visit([](auto const&) {}); }));
     v2::io_error error;
     EXPECT_EQ(target->as<int>(error), 0);
     EXPECT_EQ(error, v2::io_error(v2::io_errc::unhandled_exception));
+    EXPECT_TRUE(raises_a_bare_text([&] { target->~io_value(); }));
 }
 
 TEST(AFailedDataValueAssignment, LeavesItsValueWithoutAnAlternative) {

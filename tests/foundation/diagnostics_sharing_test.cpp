@@ -33,6 +33,15 @@ Handle& no_other_than(Handle& handle) {
     return handle;
 }
 
+TEST(Error, SaysWhetherAListIsAttachedBeItEmpty) {
+    io_error error(io_errc::not_found);
+    EXPECT_FALSE(error.has_diagnostics());
+    error.diagnostics(io_error_diagnostics_generic());
+    EXPECT_TRUE(error.has_diagnostics());
+    error.reset();
+    EXPECT_FALSE(error.has_diagnostics());
+}
+
 TEST(DiagnosticsHandle, AddsOneReferenceAndDropsIt) {
     watched_diagnostics diagnostics;
     {

@@ -64,6 +64,8 @@ template <class T>
 T io_value::get_exact(io_error& error) const {
     using target = detail::conversion_target<T>;
     static_assert(target::exists, "no conversion gives a T");
+    // The diagnostics that go may hold this very value.
+    io_error_diagnostics const kept = error.diagnostics();
     auto converted = detail::get_as<typename target::instance>(*this, error);
     if (error.ok() && !detail::is_exact_conversion(*this, converted)) {
         error = io_errc::value_too_large;
