@@ -86,10 +86,9 @@ std::vector<unsigned int> places_of(unsigned int length) {
 template <class Pair>
 class LongNumberArrays : public ::testing::Test {
 protected:
-    using from = typename Pair::from;
-    using to = typename Pair::to;
-
-    static v2::io_data_type target_type() { return io_value(array<to>()).data_type(); }
+    static v2::io_data_type target_type() {
+        return io_value(array<typename Pair::to>()).data_type();
+    }
 };
 TYPED_TEST_SUITE(LongNumberArrays, element_pairs, pair_names);
 
