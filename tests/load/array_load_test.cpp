@@ -15,8 +15,6 @@
 namespace load_test {
 namespace {
 
-namespace v2 = tavi::ioapi::v2;
-
 template <class T>
 class ArrayLoad : public ::testing::Test {
 protected:

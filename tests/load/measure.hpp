@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -13,7 +14,11 @@
 /// \file
 /// How large a load is, and what it costs.
 
+namespace tavi::ioapi::v2 {}
+
 namespace load_test {
+
+namespace v2 = tavi::ioapi::v2;
 
 /// By how much the loads are divided: 50, unless the environment variable TAVI_IOAPI_LOAD_DIVISOR
 /// has another number from 1 on. 1 is the full load.
@@ -26,6 +31,12 @@ namespace load_test {
 /// \return what is to be done of a full load of `count`, at least one.
 [[nodiscard]] inline unsigned int share_of(unsigned int count) {
     return std::max(count / divisor(), 1U);
+}
+
+/// \return what the process holds on the heap, in bytes.
+[[nodiscard]] inline std::size_t heap() {
+    auto const state = ::mallinfo2();
+    return state.uordblks + state.hblkhd;
 }
 
 /// \return the largest part of memory that this process has held since `forget_peak`, in MiB. Under

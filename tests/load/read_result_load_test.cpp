@@ -4,7 +4,6 @@
 #include "measure.hpp"
 
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <cstddef>
 #include <memory>
@@ -14,8 +13,6 @@
 namespace load_test {
 namespace {
 
-namespace v2 = tavi::ioapi::v2;
-
 std::string name_of_variable(unsigned int index) {
     return "line 4/station 12/variable " + std::to_string(index);
 }
@@ -23,12 +20,6 @@ std::string name_of_variable(unsigned int index) {
 v2::io_data_value read_from(unsigned int index) {
     return {"the text that was read from " + std::to_string(index), v2::io_timestamp(index),
             v2::io_data_value::value_quality::good};
-}
-
-/// What the process holds on the heap, in bytes.
-std::size_t heap() {
-    auto const state = ::mallinfo2();
-    return state.uordblks + state.hblkhd;
 }
 
 class ReadResultLoad : public ::testing::Test {

@@ -12,8 +12,6 @@
 namespace load_test {
 namespace {
 
-namespace v2 = tavi::ioapi::v2;
-
 /// Adds `count` structures without a name. \return their ids
 std::vector<unsigned long long> added(v2::io_structure_dictionary& dictionary, unsigned int count) {
     std::vector<unsigned long long> ids;

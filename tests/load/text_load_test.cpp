@@ -15,8 +15,6 @@
 namespace load_test {
 namespace {
 
-namespace v2 = tavi::ioapi::v2;
-
 /// Zero bytes that take next to no memory as long as they are only read; none where there are not
 /// enough addresses.
 class zero_bytes {
