@@ -72,7 +72,7 @@ public:
     void print(utility::array<T> const& elements, unsigned int level) {
         indent(level);
         out_ += "array (";
-        out_ += detail::number_text(elements.size()).view();
+        append(elements.size());
         out_ += ") {\n";
         for (unsigned int i = 0; i < elements.size(); ++i) {
             print(detail::element_of(elements, i), level + 1);
@@ -89,7 +89,7 @@ public:
         if (id == 0) {
             out_ += '?';
         } else {
-            out_ += detail::number_text(id).view();
+            append(id);
         }
         out_ += "> {\n";
         for (auto const& [key, value] : detail::impl_of(object)) {
@@ -105,6 +105,13 @@ public:
     }
 
 private:
+    // Out of line for the same reason: a frame that held the buffers of all kinds of array would
+    // take 1.4 KiB of stack for each level.
+    template <detail::number T>
+    [[gnu::noinline]] void append(T number) {
+        out_ += detail::number_text(number).view();
+    }
+
     template <class T>
     void begin_scalar(unsigned int level) {
         indent(level);
