@@ -129,6 +129,29 @@ TEST(GrowingList, IsUnchangedWhereMemoryIsExhausted) {
     }
 }
 
+TEST(GrowingList, IsRefusedMoreThanItsLimit) {
+    scarce_list list = scarce_elements(2);
+    EXPECT_EQ(length_error_of([&] { detail::reserve(list, small_limit + 1); }), "vector::reserve");
+    EXPECT_EQ(length_error_of([&] { detail::resize(list, small_limit + 1); }),
+              "vector::_M_default_append");
+    EXPECT_EQ(list.size(), 2U);
+    detail::reserve(list, small_limit);
+    EXPECT_EQ(list.capacity(), small_limit);
+    detail::resize(list, small_limit);
+    EXPECT_EQ(list.size(), small_limit);
+}
+
+TEST(GrowingList, IsRefusedMoreThanTheInterfaceCanState) {
+    if constexpr (sizeof(std::size_t) > 4) {
+        auto const beyond = static_cast<std::size_t>(4294967296ULL);
+        std::vector<char> list;
+        EXPECT_EQ(length_error_of([&] { detail::reserve(list, beyond); }), "vector::reserve");
+        EXPECT_EQ(length_error_of([&] { detail::resize(list, beyond); }),
+                  "vector::_M_default_append");
+        EXPECT_EQ(list.capacity(), 0U);
+    }
+}
+
 TEST(GrowingList, MovesTheElement) {
     std::vector<std::unique_ptr<int>> list;
     auto element = std::make_unique<int>(7);
