@@ -29,10 +29,10 @@ FOLDERS = ("src", "include")
 LEAST_BRANCHES = 98  # per cent
 VERSION = "14"  # of the tools, which must be that of the compiler
 
-# Kinds of regions, as llvm-cov numbers them: what the preprocessor left out, and what lies between
-# two statements.
+# Kinds of regions, as llvm-cov numbers them: a statement, and what the preprocessor left out. Others
+# are the use of a macro, which is judged where it is written, and what lies between two statements.
+CODE = 0
 SKIPPED = 2
-GAP = 3
 
 # A counter that is the difference of two others falls below zero, as a huge number, where a process
 # doubled on the way.
@@ -60,7 +60,7 @@ class Coverage:
     def add_region(self, place, count, kind):
         if kind == SKIPPED:
             self.skipped.update(range(place[0], place[2] + 1))
-        elif kind != GAP:
+        elif kind == CODE:
             self.regions[place] = max(self.regions.get(place, 0), plausible(count))
 
     def add_branch(self, place, counts):
