@@ -3,16 +3,16 @@
 
 Usage: check_coverage.py ROOT EXCEPTIONS COUNTS PROGRAM...
 
-ROOT is the folder whose src/ and include/ are judged; EXCEPTIONS names what need not be run, and says
-itself how; COUNTS is the folder with the profiles that the tests have left; a PROGRAM is a program or
-shared object that was built with clang's source-based coverage, from sources below ROOT.
+ROOT is the folder whose src/ and include/ are judged; EXCEPTIONS names what need not be run, and
+says itself how; COUNTS is the folder with the profiles that the tests have left; a PROGRAM is a
+program or shared object that was built with clang's source-based coverage, from sources below ROOT.
 
 A line is covered if any instantiation has run it; lines of punctuation alone do not count. A branch
 has two directions, each of which any instantiation may have taken. Where a condition is constant it
 is none.
 
-Exit status: 0 if every line is covered or an exception, no exception is covered, and enough branches
-are; 1 if not; 2 where the arguments or the exceptions are wrong.
+Exit status: 0 if every line is covered or an exception, no exception is covered, and enough
+branches are; 1 if not; 2 where the arguments or the exceptions are wrong.
 """
 
 import collections
@@ -29,15 +29,14 @@ FOLDERS = ("src", "include")
 LEAST_BRANCHES = 98  # per cent
 VERSION = "14"  # of the tools, which must be that of the compiler
 
-# Kinds of regions, as llvm-cov numbers them: what the preprocessor left out, and what lies between
-# two statements.
+# Kinds of regions, as llvm-cov numbers them: statements, and what the preprocessor left out. Others
+# are the use of a macro, which is judged where it is written, and what lies between statements.
+CODE = 0
 SKIPPED = 2
-GAP = 3
 
 # A counter that is the difference of two others falls below zero, as a huge number, where a process
 # doubled on the way.
 LARGEST_COUNT = 2**63
-
 
 # Functions alone are wanted: a file that none of the programs is made of, for all would take long.
 NO_SOURCE = __file__
@@ -48,9 +47,9 @@ class Problem(Exception):
 
 
 class Coverage:
-    """What ran of one source, by places: regions of code, and branches with their two directions. The
-    regions of one instantiation say little alone, for what is left out of it lies in the region around.
-    Those of all together do: the innermost one around a place tells whether that ran."""
+    """What ran of one source, by places: regions of code, and branches with their two directions.
+    The regions of one instantiation say little alone, for what it leaves out lies in the region
+    around. Of all together the innermost one around a place tells whether that ran."""
 
     def __init__(self):
         self.regions = {}
@@ -60,7 +59,7 @@ class Coverage:
     def add_region(self, place, count, kind):
         if kind == SKIPPED:
             self.skipped.update(range(place[0], place[2] + 1))
-        elif kind != GAP:
+        elif kind == CODE:
             self.regions[place] = max(self.regions.get(place, 0), plausible(count))
 
     def add_branch(self, place, counts):
@@ -317,7 +316,8 @@ def main(arguments):
         print("check_coverage.py: usage: check_coverage.py ROOT EXCEPTIONS COUNTS PROGRAM...",
               file=sys.stderr)
         return 2
-    root, (path, folder), programs = pathlib.Path(arguments[0]).resolve(), arguments[1:3], arguments[3:]
+    root = pathlib.Path(arguments[0]).resolve()
+    path, folder, *programs = arguments[1:]
     try:
         sources = Sources(root)
         exceptions = Exceptions(path, sources)
@@ -326,7 +326,8 @@ def main(arguments):
             joined_counts(folder, counts)
             found = read_coverage(root, counts, programs)
         report = Report()
-        for name in sorted(set(found) | {entry[0] for entry in exceptions.lines + exceptions.branches}):
+        excepted = {entry[0] for entry in exceptions.lines + exceptions.branches}
+        for name in sorted(excepted | set(found)):
             report.judge(name, found[name], exceptions, sources)
     except Problem as problem:
         print(f"check_coverage.py: {problem}", file=sys.stderr)

@@ -100,6 +100,10 @@ says "no test runs: $source:$(line_of 'return 5;')"
 judged 1 < <(lines 'return 5;')
 silent_about "no test runs: $source:$(line_of 'return 5;')"
 says "no test runs: $source:$(line_of 'std::abort();')"
+judged 1 < <(lines 'void die() {' | sed '/reason/i last = "}"')
+silent_about "no test runs: $source:$(line_of 'std::abort();')"
+silent_about "no exception any more"
+says "no test runs: $source:$(line_of 'return 5;')"
 
 # Reached exceptions.
 runs large small dies met
@@ -138,6 +142,8 @@ lines 'return kind_of' | sed 's/kind_of/k/;s/return k/return/' >"$work/exception
 wrong "places in $source read 'return'" "$root" "$work/exceptions" "$work/counts" "$program"
 lines 'return 5;' | sed '/reason/d' >"$work/exceptions"
 wrong "not an exception" "$root" "$work/exceptions" "$work/counts" "$program"
+lines 'return 5;' | sed '/reason/i last = "no end"' >"$work/exceptions"
+wrong "no line 'no end' behind" "$root" "$work/exceptions" "$work/counts" "$program"
 branch "$comparison" sometimes >"$work/exceptions"
 wrong "not a direction" "$root" "$work/exceptions" "$work/counts" "$program"
 echo '[[' >"$work/exceptions"

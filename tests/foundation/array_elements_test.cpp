@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
 #include <string>
 #include <type_traits>
@@ -104,6 +105,22 @@ TYPED_TEST(ArrayElements, AreUndoneWhenCopyingOneFails) {
         ASSERT_EQ(happened.size(), 2 * undone.size());
         EXPECT_TRUE(std::is_permutation(happened.begin() + (failing - 1), happened.end(),
                                         undone.begin(), undone.end()));
+    }
+}
+
+TYPED_TEST(ArrayElements, ThatAreNamedOneByOneAreUndoneWhenOneFails) {
+    for (int failing = 1; failing <= 3; ++failing) {
+        this->take_calls();
+        TypeParam::history.constructions_left = failing;
+        EXPECT_THROW((void)array<TypeParam>::of(1, 2, 3), element_failure);
+        EXPECT_EQ(this->alive(), 0);
+        auto const happened = this->take_calls();
+        ASSERT_EQ(happened.size(), 2 * (static_cast<std::size_t>(failing) - 1));
+        for (int id = 1; id < failing; ++id) {
+            EXPECT_EQ(std::count(happened.begin(), happened.end(), "destroy " + std::to_string(id)),
+                      1);
+        }
+        EXPECT_EQ(test_support::last_aligned_release().size, 3 * sizeof(TypeParam));
     }
 }
 

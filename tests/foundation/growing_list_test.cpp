@@ -101,6 +101,29 @@ TEST(GrowingList, IsUnchangedByAnElementBeyondItsLimit) {
     for (std::size_t i = 0; i < small_limit; ++i) EXPECT_EQ(list[i].number, static_cast<int>(i));
 }
 
+TEST(GrowingList, RefusesToReserveBeyondItsLimit) {
+    scarce_list list = scarce_elements(2);
+    EXPECT_EQ(length_error_of([&] { detail::reserve(list, small_limit + 1); }), "vector::reserve");
+    EXPECT_EQ(list.size(), 2U);
+    EXPECT_EQ(list.capacity(), 2U);
+    detail::reserve(list, small_limit);
+    EXPECT_EQ(list.size(), 2U);
+    EXPECT_EQ(list.capacity(), small_limit);
+}
+
+TEST(GrowingList, RefusesASizeBeyondItsLimit) {
+    scarce_list list = scarce_elements(2);
+    EXPECT_EQ(length_error_of([&] { detail::resize(list, small_limit + 1); }),
+              "vector::_M_default_append");
+    EXPECT_EQ(list.size(), 2U);
+    detail::resize(list, small_limit);
+    ASSERT_EQ(list.size(), small_limit);
+    EXPECT_EQ(list[1].number, 1);
+    EXPECT_EQ(list[4].number, 0);
+    detail::resize(list, 1);
+    EXPECT_EQ(list.size(), 1U);
+}
+
 TEST(GrowingList, MakesRoomOnlyWhereThereIsNone) {
     scarce_list list = scarce_elements(3);
     auto const* const block = list.data();
@@ -126,6 +149,29 @@ TEST(GrowingList, IsUnchangedWhereMemoryIsExhausted) {
         EXPECT_EQ(list.data(), block);
         detail::append(list, {9});
         EXPECT_EQ(list.back().number, 9);
+    }
+}
+
+TEST(GrowingList, IsRefusedMoreThanItsLimit) {
+    scarce_list list = scarce_elements(2);
+    EXPECT_EQ(length_error_of([&] { detail::reserve(list, small_limit + 1); }), "vector::reserve");
+    EXPECT_EQ(length_error_of([&] { detail::resize(list, small_limit + 1); }),
+              "vector::_M_default_append");
+    EXPECT_EQ(list.size(), 2U);
+    detail::reserve(list, small_limit);
+    EXPECT_EQ(list.capacity(), small_limit);
+    detail::resize(list, small_limit);
+    EXPECT_EQ(list.size(), small_limit);
+}
+
+TEST(GrowingList, IsRefusedMoreThanTheInterfaceCanState) {
+    if constexpr (sizeof(std::size_t) > 4) {
+        auto const beyond = static_cast<std::size_t>(4294967296ULL);
+        std::vector<char> list;
+        EXPECT_EQ(length_error_of([&] { detail::reserve(list, beyond); }), "vector::reserve");
+        EXPECT_EQ(length_error_of([&] { detail::resize(list, beyond); }),
+                  "vector::_M_default_append");
+        EXPECT_EQ(list.capacity(), 0U);
     }
 }
 

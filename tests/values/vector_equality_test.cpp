@@ -13,14 +13,15 @@
 namespace whole_values {
 namespace {
 
-using namespace tavi::ioapi::v2;
+using tavi::ioapi::v2::io_value;
+namespace compared = tavi::ioapi::v2::utility;
 
 constexpr unsigned int compared_lengths[] = {1, 2, 3, 4, 5, 7, 8, 9, 63, 1025};
 
 /// 1, 2, 3 and so on, which every kind of number of 16 bits or more holds.
 template <class T>
-utility::array<T> ascending(unsigned int length) {
-    utility::array<T> numbers(length);
+compared::array<T> ascending(unsigned int length) {
+    compared::array<T> numbers(length);
     for (unsigned int i = 0; i < length; ++i) numbers[i] = static_cast<T>(i + 1);
     return numbers;
 }
