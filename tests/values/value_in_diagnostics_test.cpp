@@ -56,7 +56,7 @@ TEST(ValueInDiagnostics, IsCopiedUnderItsOwnTypeBeforeTheyGo) {
     io_value const& held = held_by(error);
     io_value const copy = held.to_variant(held.data_type(), error);
     EXPECT_EQ(copy, io_value(long_text));
-    EXPECT_EQ(copy.data_type(), io_data_type(types::string));
+    EXPECT_EQ(copy.data_type(), io_data_type::scalar(types::string));
     expect_success_alone(error);
 }
 
