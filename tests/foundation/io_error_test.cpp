@@ -30,6 +30,19 @@ TEST(IoError, SaysSuccessByDefault) {
     EXPECT_EQ(error.message(), "succecss"); // sic
 }
 
+TEST(IoError, TakesTheCategoryOfWhatItIsAssigned) {
+    pump_category const category;
+    io_error const source(category, 5);
+    io_error copied;
+    copied = source;
+    EXPECT_EQ(&copied.category(), &category);
+    EXPECT_EQ(copied.code(), 5);
+    io_error moved;
+    moved = io_error(category, 6);
+    EXPECT_EQ(&moved.category(), &category);
+    EXPECT_EQ(moved.code(), 6);
+}
+
 TEST(IoError, IsMadeFromACode) {
     io_error const error = io_errc::no_result;
     EXPECT_EQ(error.code(), 5);

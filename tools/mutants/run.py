@@ -9,7 +9,7 @@ variable chooses one. Only the test cases that reach the mutated place judge a m
 at a time, and the first case that fails has killed it; so has one that crashes or finds no end.
 
 Of each source at most MOST_OF_A_FILE places are mutated, spread over it evenly. That is some 560 of
-1,470, which two cores judge within two hours. With --sample only N of these are judged, spread
+1,450, which two cores judge within two hours. With --sample only N of these are judged, spread
 evenly as well.
 
 build/mutants/report.txt lists what became of each. Those that change nothing stand with the reason

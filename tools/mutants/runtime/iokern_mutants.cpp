@@ -25,7 +25,9 @@ namespace {
 
 // Before any other initialiser of the library, which may well pass by a mutated place.
 [[gnu::constructor(101)]] void choose() {
-    if (char const* const number = std::getenv("IOKERN_MUTANT")) chosen = std::atoi(number);
+    if (char const* const number = std::getenv("IOKERN_MUTANT")) {
+        chosen = static_cast<int>(std::strtol(number, nullptr, 10));
+    }
     char const* const name = std::getenv("IOKERN_MUTANTS_REACHED");
     if (name == nullptr) return;
     int const file = ::open(name, O_RDWR | O_CLOEXEC);
