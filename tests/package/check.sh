@@ -62,7 +62,7 @@ build_project() {
 
 # expect_output PROGRAM...: what the consumer prints wherever it runs.
 expect_output() {
-  "$tests/../examples/check_output.sh" "$tests/consumer/consumer.expected" "$@" ||
+  "$tests/../example_programs/check_output.sh" "$tests/consumer/consumer.expected" "$@" ||
     fail "not as expected: $*"
 }
 
@@ -213,7 +213,7 @@ check_starter
 echo "package: the first examples, and iohost"
 copy_examples installed_examples
 CMAKE_PREFIX_PATH=$root/usr build_project "$work/installed_examples/first" first/build
-"$tests/../examples/check_output.sh" "$tests/../examples/first_host.expected" \
+"$tests/../example_programs/check_output.sh" "$tests/../example_programs/first_host.expected" \
   "$work/first/build/first_host" || fail "the first host prints something else"
 check_iohost
 

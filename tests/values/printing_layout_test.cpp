@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <sstream>
+#include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace whole_values {
 namespace {
@@ -100,6 +103,22 @@ TEST(PrintedIndentation, IsAProductOf32Bits) {
 TEST(PrintedIndentation, OfElementsIsThatOfTheNextLevel) {
     EXPECT_EQ(io_value(array<int>{1}).printable_string('x', 65536, 65536).str(),
               "array (1) {\n" + std::string(65536, 'x') + "(i32) 1\n}");
+}
+
+TEST(PrintedIndentation, BeyondTheLongestStringIsRefused) {
+    if (sizeof(std::size_t) > sizeof(unsigned int)) {
+        GTEST_SKIP() << "a string is longer here than any product of 32 bits";
+    }
+    io_value const in_array(array<int>{1});
+    for (auto const& [width, level] :
+         {std::pair{0x80000000U, 1U}, {1U, 0x80000000U}, {0x40000000U, 3U}, {0xFFFFFFFFU, 1U}}) {
+        EXPECT_THROW((void)io_value(1).printable_string('x', width, level), std::length_error)
+            << width << " * " << level;
+        EXPECT_THROW((void)in_array.printable_string('x', width, level), std::length_error)
+            << width << " * " << level;
+    }
+    // Only the element stands too deep.
+    EXPECT_THROW((void)in_array.printable_string('x', 0x80000000U, 0), std::length_error);
 }
 
 // --- arrays ---
