@@ -64,6 +64,13 @@ void add_answer_rows(std::vector<operation>& rows, std::string const& result) {
         Result taken(std::move(source));
         source = std::move(taken);
     });
+    // The entries go where there are not as many; else they are replaced one behind the other.
+    for (std::size_t const count : {2U, 3U, 4U}) {
+        row(
+            "AnAssignmentTo" + std::to_string(count) + "EntriesOf", promise::usable, {},
+            [make, count] { return std::pair(Result(identifiers(count)), make()); },
+            [](std::pair<Result, Result>& both) { both.first = std::as_const(both.second); });
+    }
     for (std::size_t const count : {2U, 4U}) {
         row(
             "AnotherStartWith" + std::to_string(count) + "Entries", promise::unchanged, {"assign"},

@@ -1,5 +1,6 @@
 #include "content.hpp"
 #include "support/allocations.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,3 +1,5 @@
+#include "support/typed_tests.hpp"
+
 #include <backend_support/guard.hpp>
 #include <gtest/gtest.h>
 

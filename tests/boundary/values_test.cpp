@@ -1,6 +1,7 @@
 #include "loaded_module.hpp"
 #include "support/alternatives.hpp"
 #include "support/object_bytes.hpp"
+#include "support/typed_tests.hpp"
 
 #include <cstring>
 #include <string>

@@ -2,6 +2,7 @@
 
 #include "samples.hpp"
 #include "support/alternatives.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

@@ -3,6 +3,7 @@
 #include "support/allocations.hpp"
 #include "support/raw_text.hpp"
 #include "support/tracked.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

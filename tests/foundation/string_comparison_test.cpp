@@ -2,6 +2,7 @@
 #include <tavi/ioapi/v2/utility/string_view.hpp>
 
 #include "support/printed.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

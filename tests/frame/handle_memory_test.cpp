@@ -1,6 +1,7 @@
 #include "handle_content.hpp"
 #include "support/allocations.hpp"
 #include "support/object_bytes.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

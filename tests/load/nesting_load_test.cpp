@@ -16,8 +16,8 @@ INSTANTIATE_TEST_SUITE_P(Each, NestingLoad, ::testing::ValuesIn(nestings), [](au
     return std::string(one.param.name);
 });
 
-// Whether what was made beside a value reaches down to its innermost one. What an aligned block takes
-// of the heap varies with its place.
+// Whether what was made beside a value reaches down to its innermost one. What an aligned block
+// takes of the heap varies with its place.
 bool is_as_deep(std::size_t made, std::size_t original) {
     return made > std::size_t{depth} * sizeof(v2::io_value) && made < original * 2;
 }

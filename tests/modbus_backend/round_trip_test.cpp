@@ -1,3 +1,5 @@
+#include "support/typed_tests.hpp"
+
 #include <gtest/gtest.h>
 #include <modbus_backend/decoding.hpp>
 #include <modbus_backend/encoding.hpp>

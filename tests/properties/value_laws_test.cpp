@@ -1,4 +1,5 @@
 #include "held_value.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

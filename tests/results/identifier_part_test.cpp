@@ -5,6 +5,7 @@
 #include "support/operators.hpp"
 #include "support/printed.hpp"
 #include "support/raw_text.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

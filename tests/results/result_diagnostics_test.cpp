@@ -2,6 +2,7 @@
 #include <tavi/ioapi/v2/write_result.hpp>
 
 #include "support/diagnostics.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 
 #include "support/allocations.hpp"
 #include "support/object_bytes.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 #include "array_conversion_oracle.hpp"
 #include "array_conversion_sources.hpp"
 #include "scalar_targets.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 #include "sample_payloads.hpp"
 #include "scalar_targets.hpp"
 #include "support/allocations.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

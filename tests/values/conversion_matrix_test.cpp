@@ -3,6 +3,7 @@
 #include "foreign_category.hpp"
 #include "scalar_oracle.hpp"
 #include "scalar_targets.hpp"
+#include "support/typed_tests.hpp"
 #include "value_image.hpp"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "array_conversion_sources.hpp"
 #include "equality_oracle.hpp"
 #include "scalar_targets.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

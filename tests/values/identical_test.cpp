@@ -1,6 +1,7 @@
 #include "equality_held_value.hpp"
 #include "equality_samples.hpp"
 #include "support/alternatives.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 #include "conversion_of.hpp"
 #include "sample_payloads.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,7 @@
 #include <tavi/ioapi/v2/ioapi.hpp>
 
+#include "support/typed_tests.hpp"
+
 #include <gtest/gtest.h>
 
 #include <limits>

@@ -1,6 +1,7 @@
 #include "conversion_of.hpp"
 #include "raw_value.hpp"
 #include "sample_payloads.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

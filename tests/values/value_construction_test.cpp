@@ -1,5 +1,6 @@
 #include "sample_payloads.hpp"
 #include "support/alternatives.hpp"
+#include "support/typed_tests.hpp"
 #include "value_image.hpp"
 
 #include <gtest/gtest.h>

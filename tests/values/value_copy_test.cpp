@@ -2,6 +2,7 @@
 #include "sample_payloads.hpp"
 #include "support/allocations.hpp"
 #include "support/alternatives.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

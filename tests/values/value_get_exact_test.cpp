@@ -1,6 +1,7 @@
 #include "conversion_sources.hpp"
 #include "scalar_oracle.hpp"
 #include "scalar_targets.hpp"
+#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 

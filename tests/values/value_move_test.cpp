@@ -1,6 +1,7 @@
 #include "sample_payloads.hpp"
 #include "support/allocations.hpp"
 #include "support/alternatives.hpp"
+#include "support/typed_tests.hpp"
 #include "value_image.hpp"
 
 #include <gtest/gtest.h>

@@ -36,10 +36,6 @@ need() {
 
 # need_for PRESET: what it takes to configure and build it.
 need_for() {
-  if [[ $1 == fuzz ]]; then
-    need cmake ninja-build ccache clang libclang-rt-14-dev g++ libmpfr-dev
-    return
-  fi
   if [[ $1 == bench ]]; then
     need python3 valgrind libbenchmark-dev qt6-base-dev libpoco-dev libglib2.0-dev libboost1.81-dev \
       libboost-json1.81-dev libfmt-dev

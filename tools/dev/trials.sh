@@ -36,9 +36,9 @@ run_bench() {
 
 # run_fuzz SECONDS: every target, two at a time.
 run_fuzz() {
-  build fuzz >/dev/null
+  build asan fuzz/all >/dev/null
   if ! find fuzz -maxdepth 1 -name '*.cpp' -printf '%f\n' | sort | sed 's/\.cpp$//' |
-    xargs -P2 -I{} fuzz/run_target.sh build/fuzz/fuzz {} "$1"; then
+    xargs -P2 -I{} fuzz/run_target.sh build/asan/fuzz {} "$1"; then
     echo "dev: fuzz FAILED"
     return 1
   fi
