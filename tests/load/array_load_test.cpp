@@ -4,7 +4,6 @@
 
 #include "largest_block.hpp"
 #include "measure.hpp"
-#include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
 
