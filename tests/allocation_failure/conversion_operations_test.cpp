@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,6 +66,16 @@ operation scalar_row(char const* number, char const* name) {
     return operation_of(
         std::string("AConversionTo") + name, promise::quiet, {exported_name(number)},
         [] { return io_value("1"); }, [](io_value const& value) { return get<Number>(value); });
+}
+
+/// Into a class of the standard: what the library makes for it comes first, and reports; what is
+/// then made of that raises.
+template <class T>
+T standard_form(io_value const& value) {
+    io_error error;
+    T made = value.as<T>(error);
+    if (error == v2::io_errc::unhandled_exception) throw std::bad_alloc();
+    return made;
 }
 
 using type_and_value = std::pair<io_data_type, io_value>;
@@ -152,14 +163,26 @@ std::vector<operation> conversion_operations() {
 
     // The forms around it that give standard containers, and the exception.
     row(
-        "AConversionToAStandardText", promise::unchanged, {}, [] { return io_value(5); },
-        [](io_value const& value) {
-            io_error error;
-            // A text of its own comes first, and reports; the copy of a short one needs no block.
-            std::string made = value.as<std::string>(error);
-            if (error == v2::io_errc::unhandled_exception) throw std::bad_alloc();
-            return made;
-        });
+        "AConversionToAShortStandardText", promise::unchanged, {}, [] { return io_value(5); },
+        standard_form<std::string>);
+    row(
+        "AConversionToALongStandardText", promise::unchanged, {},
+        [] { return io_value(long_text); }, standard_form<std::string>);
+    row(
+        "AConversionToAStandardListOfNumbers", promise::unchanged, {},
+        [] {
+            return io_value(array<short>{1, 2, 3});
+        },
+        standard_form<std::vector<int>>);
+    row(
+        "AConversionToAStandardListOfTexts", promise::unchanged, {},
+        [] {
+            return io_value(array<text>{long_text, "2", long_text});
+        },
+        standard_form<std::vector<std::string>>);
+    row(
+        "AConversionToAStandardListOfValues", promise::unchanged, {},
+        [] { return io_value(values::of(1, long_text)); }, standard_form<std::vector<io_value>>);
     row(
         "AConversionThatIsRefused", promise::unchanged, {"io_exception::io_exception"},
         [] { return io_value(long_text); },

@@ -108,6 +108,24 @@ TEST(AFailedDataValueAssignment, LeavesItsValueWithoutAnAlternative) {
     EXPECT_EQ(target->timestamp(), v2::io_timestamp(7));
 }
 
+// The record is cleared before the copy is made, whose failure is told by the exception alone.
+TEST(AFailedCopyOutOfAValue, LeavesAClearedRecord) {
+    io_value const source(long_new);
+    v2::io_error error(v2::io_errc::not_found);
+    EXPECT_TRUE(runs_out(1, [&] { (void)source.to_variant(source.data_type(), error); }));
+    EXPECT_EQ(error, v2::io_error());
+    EXPECT_EQ(text_of(source), text_of(io_value(long_new)));
+}
+
+TEST(AFailedCopyOutOfAnObject, LeavesAClearedRecord) {
+    v2::io_object source;
+    source.set("k", long_new);
+    v2::io_error error(v2::io_errc::not_found);
+    EXPECT_TRUE(runs_out(1, [&] { (void)source.get("k", error); }));
+    EXPECT_EQ(error, v2::io_error());
+    EXPECT_EQ(text_of(source.get("k")), text_of(io_value(long_new)));
+}
+
 void assign_to_a_local_value(io_value const& source) {
     io_value target(5);
     target = source;
