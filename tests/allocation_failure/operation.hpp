@@ -3,7 +3,6 @@
 #include "content.hpp"
 #include "support/allocations.hpp"
 
-#include <functional>
 #include <memory>
 #include <new>
 #include <optional>
@@ -72,38 +71,77 @@ private:
     std::optional<stored> result_;
 };
 
+/// Makes attempts.
+class preparation {
+public:
+    preparation() = default;
+    preparation(preparation const&) = delete;
+    preparation& operator=(preparation const&) = delete;
+    virtual ~preparation() = default;
+
+    /// \return a new attempt, for the caller to delete
+    [[nodiscard]] virtual attempt* make() const = 0;
+};
+
+template <class Make, class Run>
+class preparation_of final : public preparation {
+public:
+    preparation_of(Make const& make, Run const& run) : make_(make), run_(run) {}
+    [[nodiscard]] attempt* make() const override {
+        return new attempt_on<std::invoke_result_t<Make const&>, Run>(make_, run_);
+    }
+
+private:
+    Make make_;
+    Run run_;
+};
+
 /// One row.
 struct operation {
     std::string name;               ///< a test is named by it
     promise kept;                   ///< where memory runs out
     std::vector<std::string> tries; ///< the exported names that it tries
-    std::function<std::unique_ptr<attempt>()> prepare;
+    std::shared_ptr<preparation const> preparing;
     std::string report; ///< for `promise::reported`, the text of the result that tells
+
+    [[nodiscard]] std::unique_ptr<attempt> prepare() const {
+        return std::unique_ptr<attempt>(preparing->make());
+    }
 };
+
+// Hundreds of rows are made, each by templates of its own: what they have in common is here.
+inline operation row_of(std::string const& name,
+                        promise kept,
+                        std::vector<std::string> const& tries,
+                        preparation const* preparing,
+                        std::string const& report) {
+    return {name, kept, tries, std::shared_ptr<preparation const>(preparing), report};
+}
 
 /// \param make  gives the object that the operation works on, of a type that `text_of` knows
 /// \param run   the operation; may return what `text_of` knows
 template <class Make, class Run>
-[[nodiscard]] operation operation_of(std::string name,
+[[nodiscard]] operation operation_of(std::string const& name,
                                      promise kept,
-                                     std::vector<std::string> tries,
-                                     Make make,
-                                     Run run,
-                                     std::string report = {}) {
-    using state = std::invoke_result_t<Make const&>;
-    return {std::move(name), kept, std::move(tries),
-            [make, run]() -> std::unique_ptr<attempt> {
-                return std::make_unique<attempt_on<state, Run>>(make, run);
-            },
-            std::move(report)};
+                                     std::vector<std::string> const& tries,
+                                     Make const& make,
+                                     Run const& run,
+                                     std::string const& report = {}) {
+    return row_of(name, kept, tries,
+                  new preparation_of<std::decay_t<Make>, std::decay_t<Run>>(make, run), report);
+}
+
+inline std::monostate nothing() {
+    return {};
 }
 
 /// The same for an operation without an object of its own.
 template <class Run>
-[[nodiscard]] operation creation_of(std::string name, std::vector<std::string> tries, Run run) {
-    return operation_of(
-        std::move(name), promise::unchanged, std::move(tries), [] { return std::monostate(); },
-        [run](std::monostate) { return run(); });
+[[nodiscard]] operation creation_of(std::string const& name,
+                                    std::vector<std::string> const& tries,
+                                    Run const& run) {
+    return operation_of(name, promise::unchanged, tries, &nothing,
+                        [run](std::monostate) { return run(); });
 }
 
 /// Adds a row to a table, see `operation_of`.
@@ -111,15 +149,17 @@ struct row_adder {
     std::vector<operation>& rows;
 
     template <class Make, class Run>
-    void operator()(std::string name,
+    void operator()(std::string const& name,
                     promise kept,
-                    std::vector<std::string> tries,
-                    Make make,
-                    Run run,
-                    std::string report = {}) const {
-        rows.push_back(
-            operation_of(std::move(name), kept, std::move(tries), make, run, std::move(report)));
+                    std::vector<std::string> const& tries,
+                    Make const& make,
+                    Run const& run,
+                    std::string const& report = {}) const {
+        add(row_of(name, kept, tries,
+                   new preparation_of<std::decay_t<Make>, std::decay_t<Run>>(make, run), report));
     }
+
+    void add(operation&& row) const { rows.push_back(std::move(row)); }
 };
 
 /// The same for an operation without an object of its own, see `creation_of`.
@@ -127,8 +167,10 @@ struct creation_adder {
     std::vector<operation>& rows;
 
     template <class Run>
-    void operator()(std::string name, std::vector<std::string> tries, Run run) const {
-        rows.push_back(creation_of(std::move(name), std::move(tries), run));
+    void operator()(std::string const& name,
+                    std::vector<std::string> const& tries,
+                    Run const& run) const {
+        row_adder{rows}.add(creation_of(name, tries, run));
     }
 };
 
