@@ -34,7 +34,8 @@ check_header_set() {
 # several minutes for their JSON and their command line, are looked at every night.
 check_tidy() {
   need_for clang
-  cmake --preset clang -B build/tidy -DCMAKE_UNITY_BUILD=OFF -DTAVI_IOAPI_BUILD_EXAMPLES=ON >/dev/null || return
+  cmake --preset clang -B build/tidy -DCMAKE_UNITY_BUILD=OFF -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON \
+    -DTAVI_IOAPI_BUILD_EXAMPLES=ON >/dev/null || return
   local folders=(src)
   [[ -z ${DEV_NIGHTLY-} ]] || folders+=(examples)
   find "${folders[@]}" -name '*.cpp' -print0 | xargs -0 -r tools/tidy_sources.py build/tidy
