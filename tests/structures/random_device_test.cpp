@@ -4,53 +4,73 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <thread>
 
-// Stands before the function of the standard library that opens a random device, for the library
-// under test as well.
+// Stands before the functions of the standard library that open a random device and draw from it,
+// for the library under test as well.
 
 namespace {
 
 std::atomic<bool> device_is_missing{false};
 std::atomic<int> devices_opened{0};
+constexpr unsigned int random_seed = 0; // whatever the device gives
+std::atomic<unsigned int> seed{random_seed};
+
+template <class Function>
+Function next_of(char const* name) {
+    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
+}
 
 } // namespace
 
-extern "C" void open_random_device(void* device, std::string const& token) __asm__(
-    "_ZNSt13random_device7_M_initERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE");
+#define OPEN_RANDOM_DEVICE                                                                         \
+    "_ZNSt13random_device7_M_initERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
+#define DRAW_FROM_RANDOM_DEVICE "_ZNSt13random_device9_M_getvalEv"
+
+extern "C" void open_random_device(void* device,
+                                   std::string const& token) __asm__(OPEN_RANDOM_DEVICE);
+extern "C" unsigned int draw_from_random_device(void* device) __asm__(DRAW_FROM_RANDOM_DEVICE);
 
 void open_random_device(void* device, std::string const& token) {
     if (device_is_missing) throw std::runtime_error("there is no random device");
     ++devices_opened;
-    using open = void (*)(void*, std::string const&);
-    static auto const next = reinterpret_cast<open>(::dlsym(
-        RTLD_NEXT,
-        "_ZNSt13random_device7_M_initERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"));
     EXPECT_EQ(token, "default");
-    next(device, token);
+    static auto const open = next_of<void (*)(void*, std::string const&)>(OPEN_RANDOM_DEVICE);
+    open(device, token);
+}
+
+unsigned int draw_from_random_device(void* device) {
+    static auto const draw = next_of<unsigned int (*)(void*)>(DRAW_FROM_RANDOM_DEVICE);
+    return seed != random_seed ? seed.load() : draw(device);
 }
 
 namespace {
 
 using namespace tavi::ioapi::v2;
 
-class DictionaryWithoutARandomDevice : public ::testing::Test {
+class RandomDeviceOfADictionary : public ::testing::Test {
 protected:
-    ~DictionaryWithoutARandomDevice() override { device_is_missing = false; }
+    ~RandomDeviceOfADictionary() override {
+        device_is_missing = false;
+        seed = random_seed;
+    }
 
     // Each thread draws from the device once: a new one has not yet.
     template <class Action>
     static void on_a_new_thread(Action action) {
         std::thread(action).join();
     }
-    void add(io_error& error) { dictionary.add_structure(io_structure_type("pump", {}), error); }
+    unsigned long long add(io_error& error) {
+        return dictionary.add_structure(io_structure_type("pump", {}), error).structure_id;
+    }
 
     io_structure_dictionary dictionary;
 };
 
-TEST_F(DictionaryWithoutARandomDevice, PassesOnWhatItRaises) {
+TEST_F(RandomDeviceOfADictionary, RaisesWhatGetsOutWhereItCannotBeOpened) {
     device_is_missing = true;
     on_a_new_thread([this] {
         io_error error(io_errc::not_found);
@@ -65,7 +85,7 @@ TEST_F(DictionaryWithoutARandomDevice, PassesOnWhatItRaises) {
     });
 }
 
-TEST_F(DictionaryWithoutARandomDevice, ReleasesItsLockAndTriesAgain) {
+TEST_F(RandomDeviceOfADictionary, LeavesTheLockOpenAndIsTriedAgain) {
     device_is_missing = true;
     on_a_new_thread([this] {
         io_error error;
@@ -78,7 +98,7 @@ TEST_F(DictionaryWithoutARandomDevice, ReleasesItsLockAndTriesAgain) {
     });
 }
 
-TEST_F(DictionaryWithoutARandomDevice, NeedsNoneForOtherOperationsOrAThreadThatHasDrawn) {
+TEST_F(RandomDeviceOfADictionary, IsNotNeededByOtherOperationsOrAThreadThatHasDrawn) {
     on_a_new_thread([this] {
         io_error error;
         add(error);
@@ -89,7 +109,7 @@ TEST_F(DictionaryWithoutARandomDevice, NeedsNoneForOtherOperationsOrAThreadThatH
     });
 }
 
-TEST_F(DictionaryWithoutARandomDevice, IsOpenedOnceForAThreadWhateverTheDictionary) {
+TEST_F(RandomDeviceOfADictionary, IsOpenedOnceForAThreadWhateverTheDictionary) {
     int const before = devices_opened;
     on_a_new_thread([this] {
         io_error error;
@@ -103,6 +123,30 @@ TEST_F(DictionaryWithoutARandomDevice, IsOpenedOnceForAThreadWhateverTheDictiona
         add(error);
     });
     EXPECT_EQ(devices_opened, before + 2);
+}
+
+TEST_F(RandomDeviceOfADictionary, SeedsTheGeneratorWithOneNumber) {
+    seed = 5;
+    std::mt19937_64 generator(5U);
+    on_a_new_thread([&] {
+        io_error error;
+        for (int i = 0; i < 3; ++i) EXPECT_EQ(add(error), generator());
+    });
+}
+
+TEST_F(RandomDeviceOfADictionary, IsNotAskedAgainWhereAnIdIsTaken) {
+    seed = 5;
+    std::mt19937_64 generator(5U);
+    unsigned long long const first = generator();
+    unsigned long long const second = generator();
+    unsigned long long const third = generator();
+    io_error error;
+    dictionary.replace_structure(second, io_structure_type("valve", {}), error);
+    on_a_new_thread([&] { EXPECT_EQ(add(error), first); });
+    // The generator of another thread, seeded alike, draws the same numbers.
+    on_a_new_thread([&] { EXPECT_EQ(add(error), third); });
+    EXPECT_EQ(dictionary.get_structure(second, error).name(), "valve");
+    EXPECT_EQ(dictionary.get_structure(third, error).name(), "pump");
 }
 
 } // namespace
