@@ -110,6 +110,15 @@ TEST(ExactArray, LooksAtItsFirstElementAsWell) {
     EXPECT_EQ(exact_code_of<array<short>>(array<io_value>::of(70000.0F, 1)), 4);
 }
 
+TEST(ExactArray, OfWholeNumbersAndTextsIsTheUsualConversion) {
+    EXPECT_EQ(io_value(array<short>{1, -2}).get_exact<std::vector<int>>(),
+              (std::vector<int>{1, -2}));
+    EXPECT_EQ(io_value(array<utility::string>{"7", ""}).get_exact<std::vector<int>>(),
+              (std::vector<int>{7, 0}));
+    EXPECT_THROW((void)io_value(array<int>{300}).get_exact<std::vector<unsigned char>>(),
+                 io_exception);
+}
+
 TEST(ExactArray, TakesWhatKeepsItsNumber) {
     EXPECT_EQ(io_value(array<double>{1.0, -2.0, 0.0}).get_exact<std::vector<int>>(),
               (std::vector<int>{1, -2, 0}));
