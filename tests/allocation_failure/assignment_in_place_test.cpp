@@ -18,13 +18,16 @@ namespace allocation_failure_test {
 namespace {
 
 using test_support::allocation_failure;
-using test_support::live_blocks;
 using v2::io_data_type;
 using v2::io_object;
 using v2::io_structure_type;
 using v2::io_value;
 using v2::plc_identifier;
 using types = io_data_type::basic_types;
+
+// Of different lengths, so that the blocks at hand do not do.
+constexpr char const* old_text = "old: ";
+constexpr char const* new_text = "what is new: ";
 
 std::string numbered(char const* text, int number) {
     return text + std::to_string(number) + ", too long to stand anywhere but in a block of its own";
@@ -118,14 +121,13 @@ TYPED_TEST_SUITE(AFailedAssignmentInPlace, kinds);
 /// left.
 template <class Kind>
 void expect_whole_parts(int old, int fresh) {
-    // Texts of another length, for which the blocks at hand do not do.
-    auto const source = Kind::make("what is new: ", fresh);
+    auto const source = Kind::make(new_text, fresh);
     auto allowed = texts_in(text_of(source));
-    auto const replaced = texts_in(text_of(Kind::make("old: ", old)));
+    auto const replaced = texts_in(text_of(Kind::make(old_text, old)));
     allowed.insert(allowed.end(), replaced.begin(), replaced.end());
     bool failed = true;
     for (std::size_t n = 1; failed; ++n) {
-        auto target = Kind::make("old: ", old);
+        auto target = Kind::make(old_text, old);
         failed = false;
         {
             allocation_failure const failure(n);
@@ -172,9 +174,9 @@ TEST(AFailedNodeAssignment, LeavesTheFieldsBeforeItNewAndThoseBehindItOld) {
         }
         return made;
     };
-    auto const source = two_nodes("what is new: ");
+    auto const source = two_nodes(new_text);
     for (std::size_t n = 1; n <= 10; ++n) {
-        auto target = two_nodes("old: ");
+        auto target = two_nodes(old_text);
         {
             allocation_failure const failure(n);
             EXPECT_THROW(target = source, std::bad_alloc);
@@ -184,9 +186,9 @@ TEST(AFailedNodeAssignment, LeavesTheFieldsBeforeItNewAndThoseBehindItOld) {
             auto const number = static_cast<int>((field - 1) % 5);
             bool const is_part = number != 4;
             if (field < n) {
-                expected.push_back(numbered("what is new: ", number));
+                expected.push_back(numbered(new_text, number));
             } else if (field > n || !is_part) {
-                expected.push_back(numbered("old: ", number));
+                expected.push_back(numbered(old_text, number));
             } else {
                 expected.emplace_back();
             }

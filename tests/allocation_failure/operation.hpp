@@ -72,13 +72,8 @@ private:
 };
 
 /// Makes attempts.
-class preparation {
-public:
-    preparation() = default;
-    preparation(preparation const&) = delete;
-    preparation& operator=(preparation const&) = delete;
+struct preparation {
     virtual ~preparation() = default;
-
     /// \return a new attempt, for the caller to delete
     [[nodiscard]] virtual attempt* make() const = 0;
 };
@@ -155,8 +150,7 @@ struct row_adder {
                     Make const& make,
                     Run const& run,
                     std::string const& report = {}) const {
-        add(row_of(name, kept, tries,
-                   new preparation_of<std::decay_t<Make>, std::decay_t<Run>>(make, run), report));
+        add(operation_of(name, kept, tries, make, run, report));
     }
 
     void add(operation&& row) const { rows.push_back(std::move(row)); }

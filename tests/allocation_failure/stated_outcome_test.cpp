@@ -235,36 +235,6 @@ TEST(AFailedStoreAssignment, LeavesAPartOfTheNewValuesOrNone) {
     }
 }
 
-// Handles that are assigned to in place hold a part of each, each part whole.
-TEST(AFailedOptionAssignment, LeavesFieldsThatAreOldOrNew) {
-    auto const option_of = [](char const* text) {
-        config::option::value_option const choices[] = {{text, text, text}};
-        return config::option(text, text, text, io_value(text), choices);
-    };
-    auto const source = option_of(long_new);
-    for (std::size_t n = 1;; ++n) {
-        auto target = option_of(long_old);
-        bool const failed = runs_out(n, [&] { target = source; });
-        auto const is_whole = [&](std::string const& text) {
-            return failed ? text == text_of(string(long_old)) || text == text_of(string(long_new))
-                          : text == text_of(string(long_new));
-        };
-        EXPECT_TRUE(is_whole(text_of(target.key()))) << n;
-        EXPECT_TRUE(is_whole(text_of(target.display_name()))) << n;
-        EXPECT_TRUE(is_whole(text_of(target.description()))) << n;
-        ASSERT_NE(target.default_value().template get_if<string>(), nullptr) << n;
-        EXPECT_TRUE(is_whole(text_of(*target.default_value().template get_if<string>()))) << n;
-        for (auto const& choice : target.options()) {
-            ASSERT_NE(choice.value.template get_if<string>(), nullptr) << n;
-            EXPECT_TRUE(is_whole(text_of(*choice.value.template get_if<string>()))) << n;
-        }
-        if (!failed) {
-            EXPECT_GT(n, 4U);
-            break;
-        }
-    }
-}
-
 browse_result two_of_a_class() {
     browse_result result;
     for (unsigned int i = 0; i < 2; ++i) {

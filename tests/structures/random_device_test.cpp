@@ -98,14 +98,24 @@ TEST_F(RandomDeviceOfADictionary, LeavesTheLockOpenAndIsTriedAgain) {
     });
 }
 
-TEST_F(RandomDeviceOfADictionary, IsNotNeededByOtherOperationsOrAThreadThatHasDrawn) {
+TEST_F(RandomDeviceOfADictionary, IsNotNeededByAThreadThatHasDrawn) {
     on_a_new_thread([this] {
         io_error error;
         add(error);
         device_is_missing = true;
         add(error);
         EXPECT_TRUE(error.ok());
-        EXPECT_EQ(dictionary.get_structure(1, error).name(), "");
+    });
+}
+
+TEST_F(RandomDeviceOfADictionary, IsNotNeededByOtherOperations) {
+    device_is_missing = true;
+    on_a_new_thread([this] {
+        io_error error;
+        dictionary.replace_structure(5, io_structure_type("valve", {}), error);
+        EXPECT_EQ(dictionary.get_structure(5, error).name(), "valve");
+        dictionary.remove_structure(5, error);
+        EXPECT_TRUE(error.ok());
     });
 }
 
@@ -134,7 +144,7 @@ TEST_F(RandomDeviceOfADictionary, SeedsTheGeneratorWithOneNumber) {
     });
 }
 
-TEST_F(RandomDeviceOfADictionary, IsNotAskedAgainWhereAnIdIsTaken) {
+TEST_F(RandomDeviceOfADictionary, SeedsAGeneratorThatDrawsAgainWhereAnIdIsTaken) {
     seed = 5;
     std::mt19937_64 generator(5U);
     unsigned long long const first = generator();

@@ -36,6 +36,9 @@ void register_typed_test(typed_test const& test,
 
 template <class Test>
 ::testing::Test* make_test() {
+    static_assert(&Test::SetUpTestSuite == &::testing::Test::SetUpTestSuite &&
+                      &Test::TearDownTestSuite == &::testing::Test::TearDownTestSuite,
+                  "what a suite does once is not called here");
     return new Test;
 }
 
