@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Gives the check a library without any hardening: it must say each thing that is missing.
-# Usage: check_misses.sh READELF STRIP LIBRARY
+# Usage: check_misses.sh READELF STRIP LIBRARY SOURCES
 set -euo pipefail
 
 check=$(dirname "$0")/check_hardening.sh
@@ -20,11 +20,13 @@ no segment is made read-only after relocation
 functions are bound late
 the stack is executable
 segment GNU_STACK is writable and executable
-it holds a path of the machine that built it
+code is relocated
+it is found by a path of the machine that built it
+it names the folder of its sources
 it needs 'libiokern.so'
 no stack is guarded
 bytes without symbols, at most 1500000 are allowed
-8 failures
+10 failures
 EOF
 if ((failures > 0)); then
   echo "$said"
@@ -36,5 +38,5 @@ status=0
 "$check" "$1" "$2" 2>/dev/null || status=$?
 ((status == 2)) || { echo "check_misses: status $status without a library"; exit 1; }
 status=0
-"$check" "$1" "$2" "$3.not_there" 2>/dev/null || status=$?
+"$check" "$1" "$2" "$3.not_there" "$4" 2>/dev/null || status=$?
 ((status == 2)) || { echo "check_misses: status $status of a library that is not there"; exit 1; }

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
+#include <string>
 #include <thread>
 
 /// \file
@@ -18,14 +20,28 @@ bool stays_loaded(char const* path) {
     return handle != nullptr;
 }
 
-/// Loads the module, lets it do everything that it can, and unloads it.
-bool uses_the_module() {
-    void* const module = ::dlopen(MODULE_PATH, RTLD_NOW | RTLD_LOCAL);
+/// Loads a module, lets it do everything that it can, and unloads it.
+bool uses(char const* path) {
+    void* const module = ::dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (module == nullptr) return false;
     auto* const exercise =
         reinterpret_cast<unsigned int (*)()>(::dlsym(module, "boundary_module_exercise"));
     bool const works = exercise != nullptr && exercise() == 9; // "not found"
     return ::dlclose(module) == 0 && works;
+}
+
+bool uses_the_module() {
+    return uses(MODULE_PATH);
+}
+
+/// Another file is another module, though it holds the same.
+std::string const& path_of_the_twin() {
+    static std::string const path = std::string(MODULE_PATH) + ".twin";
+    return path;
+}
+
+bool uses_the_twin() {
+    return uses(path_of_the_twin().c_str());
 }
 
 bool uses_the_library() {
@@ -56,6 +72,16 @@ TEST(LoadingOnTwoThreads, OfTheModuleLeavesNothing) {
     EXPECT_EQ(failures_of_two(uses_the_module, uses_the_module), 0);
     EXPECT_FALSE(stays_loaded(MODULE_PATH));
     EXPECT_FALSE(stays_loaded(LIBRARY_PATH));
+}
+
+TEST(LoadingOnTwoThreads, OfTwoModulesLeavesNothing) {
+    std::filesystem::copy_file(MODULE_PATH, path_of_the_twin(),
+                               std::filesystem::copy_options::overwrite_existing);
+    EXPECT_EQ(failures_of_two(uses_the_module, uses_the_twin), 0);
+    EXPECT_FALSE(stays_loaded(MODULE_PATH));
+    EXPECT_FALSE(stays_loaded(path_of_the_twin().c_str()));
+    EXPECT_FALSE(stays_loaded(LIBRARY_PATH));
+    std::filesystem::remove(path_of_the_twin());
 }
 
 TEST(LoadingOnTwoThreads, OfTheModuleAndOfTheLibraryLeavesNothing) {
