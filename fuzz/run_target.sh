@@ -11,6 +11,10 @@ if (($# != 3)) || [[ ! $3 =~ ^[1-9][0-9]{0,5}$ ]]; then
 fi
 build=$1 name=$2 seconds=$3
 tree=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
+if [[ ! -x $build/fuzz_$name ]]; then
+  echo "run_target.sh: there is no '$build/fuzz_$name'" >&2
+  exit 2
+fi
 
 new=$build/inputs/$name
 finding=$build/findings/$name

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""Writes each text that the tests of conversions name to a file of its own, as inputs of a target.
+"""Writes each text that tests name to a file of its own, `test_` and a hash, as inputs of a target.
 
 Usage: seed_texts.py FOLDER SOURCE...
+
+The seeds of text_to_number come from tests/values/*text*_test.cpp.
 """
 
 import ast
@@ -29,11 +31,15 @@ def main(arguments):
     if len(arguments) < 2:
         print("usage: seed_texts.py FOLDER SOURCE...", file=sys.stderr)
         return 2
-    folder = pathlib.Path(arguments[0])
+    folder, sources = pathlib.Path(arguments[0]), [pathlib.Path(name) for name in arguments[1:]]
+    for source in sources:
+        if not source.is_file():
+            print(f"seed_texts.py: no file '{source}'", file=sys.stderr)
+            return 2
     folder.mkdir(parents=True, exist_ok=True)
-    for name in arguments[1:]:
-        for text in texts(pathlib.Path(name)):
-            (folder / hashlib.sha1(text).hexdigest()).write_bytes(text)
+    for source in sources:
+        for text in texts(source):
+            (folder / f"test_{hashlib.sha1(text).hexdigest()[:12]}").write_bytes(text)
     return 0
 
 

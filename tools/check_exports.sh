@@ -4,6 +4,11 @@
 # Usage: check_exports.sh NM READELF LIBRARY
 set -euo pipefail
 
+if (($# != 3)); then
+  echo "usage: check_exports.sh NM READELF LIBRARY" >&2
+  exit 2
+fi
+
 nm=$1
 readelf=$2
 library=$3

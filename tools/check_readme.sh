@@ -4,6 +4,11 @@
 # Usage: check_readme.sh DOCUMENT FILE...
 set -euo pipefail
 
+if (($# < 2)); then
+  echo "usage: check_readme.sh DOCUMENT FILE..." >&2
+  exit 2
+fi
+
 document=$1
 shift
 failures=0

@@ -5,9 +5,13 @@
 set -euo pipefail
 
 accept=false
-if [[ $1 == --accept ]]; then
+if [[ ${1-} == --accept ]]; then
   accept=true
   shift
+fi
+if (($# != 2)); then
+  echo "usage: compare_abi.sh [--accept] NAME LIBRARY" >&2
+  exit 2
 fi
 name=$1
 library=$2

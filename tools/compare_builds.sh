@@ -11,6 +11,10 @@ fi
 preset=$1
 sources=$(dirname "$(readlink -f "$0")")/..
 cd "$sources"
+if ! grep -q -F "{ \"name\": \"$preset\", " CMakePresets.json; then
+  echo "compare_builds: unknown preset '$preset'" >&2
+  exit 2
+fi
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

@@ -3,6 +3,11 @@
 # Usage: compile_header.sh COMPILER STANDARD HEADER (as written between angle brackets)
 set -euo pipefail
 
+if (($# != 3)); then
+  echo "usage: compile_header.sh COMPILER STANDARD HEADER" >&2
+  exit 2
+fi
+
 compiler=$1
 standard=$2
 header=$3

@@ -150,12 +150,21 @@ class Header:
         return not head.rstrip().endswith(">")
 
 
-def main():
+def main(arguments):
+    if len(arguments) != 1:
+        print("usage: doxygen_filter.py HEADER", file=sys.stderr)
+        return 2
+    try:
+        with open(arguments[0], encoding="utf-8") as file:
+            lines = file.read().splitlines()
+    except OSError as error:
+        print(f"doxygen_filter.py: {arguments[0]}: {error.strerror}", file=sys.stderr)
+        return 2
     header = Header()
-    with open(sys.argv[1], encoding="utf-8") as file:
-        for text in file:
-            sys.stdout.write(header.line(text.rstrip("\n")) + "\n")
+    for text in lines:
+        print(header.line(text))
+    return 0
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main(sys.argv[1:]))

@@ -4,6 +4,11 @@
 # Usage: make_manual.sh HELP2MAN PROGRAM VERSION CHANGELOG OUTPUT
 set -euo pipefail
 
+if (($# != 5)); then
+  echo "usage: make_manual.sh HELP2MAN PROGRAM VERSION CHANGELOG OUTPUT" >&2
+  exit 2
+fi
+
 help2man=$1
 program=$2
 version=$3

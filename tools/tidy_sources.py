@@ -75,8 +75,11 @@ def main(arguments):
         print(__doc__.split("\n\n")[1], file=sys.stderr)
         return 2
     build, sources = arguments[0], [pathlib.Path(name).resolve() for name in arguments[1:]]
-    commands = {pathlib.Path(entry["file"]): entry
-                for entry in json.loads(pathlib.Path(build, "compile_commands.json").read_text())}
+    database = pathlib.Path(build, "compile_commands.json")
+    if not database.is_file():
+        print(f"tidy_sources.py: there is no {database}", file=sys.stderr)
+        return 2
+    commands = {pathlib.Path(entry["file"]): entry for entry in json.loads(database.read_text())}
     unknown = [source for source in sources if source not in commands]
     if unknown:
         print(f"tidy_sources.py: not built in {build}: {unknown[0]}", file=sys.stderr)

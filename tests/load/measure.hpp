@@ -21,11 +21,18 @@ namespace load_test {
 namespace v2 = tavi::ioapi::v2;
 
 /// By how much the loads are divided: 50, unless the environment variable TAVI_IOAPI_LOAD_DIVISOR
-/// has another number from 1 on. 1 is the full load.
+/// has another number from 1 to 1,000,000; what is no such number ends the process with status 2. 1
+/// is the full load.
 [[nodiscard]] inline unsigned int divisor() {
     char const* const text = std::getenv("TAVI_IOAPI_LOAD_DIVISOR");
-    unsigned long const given = text != nullptr ? std::strtoul(text, nullptr, 10) : 50;
-    return given == 0 || given > 1000000 ? 50 : static_cast<unsigned int>(given);
+    if (text == nullptr) return 50;
+    char* end = nullptr;
+    unsigned long const given = std::strtoul(text, &end, 10);
+    if (*end != '\0' || given == 0 || given > 1000000) {
+        std::fprintf(stderr, "load: TAVI_IOAPI_LOAD_DIVISOR is no number from 1 on: '%s'\n", text);
+        std::exit(2);
+    }
+    return static_cast<unsigned int>(given);
 }
 
 /// \return what is to be done of a full load of `count`, at least one.
