@@ -135,6 +135,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     check_declared(left, right.data_type());
     bool const one_sided = has_one_sided(left_model) || has_one_sided(right_model);
     check_equality(left, right, !one_sided);
+    // Which of the one-sided ones are equal, from either side, the rules say.
+    check((left == right) == equal(left_model, right_model), "== is as the rules");
+    check((right == left) == equal(right_model, left_model), "== is as the rules, turned round");
     check_equality(left, io_value(left), true);
     check_copies(left);
     check_copies(right);

@@ -11,8 +11,8 @@ A line is covered if any instantiation has run it; lines of punctuation alone do
 has two directions, each of which any instantiation may have taken. Where a condition is constant it
 is none.
 
-Exit status: 0 if every line is covered or an exception, no exception is covered, and enough
-branches are; 1 if not; 2 where the arguments or the exceptions are wrong.
+Exit status: 0 if every line is covered and every branch taken both ways, or else an exception, no
+exception is covered, and enough branches are taken with those among them counted as not; 1 if not; 2 where the arguments or the exceptions are wrong.
 """
 
 import collections
@@ -302,7 +302,7 @@ class Report:
                 print(f"{title}: {place}")
 
     def is_good(self):
-        return (not self.uncovered and not self.stale
+        return (not self.uncovered and not self.missed and not self.stale
                 and 100 * self.taken >= LEAST_BRANCHES * self.directions)
 
     def total(self):

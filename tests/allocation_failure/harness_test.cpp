@@ -122,7 +122,7 @@ TEST_P(OurOperator, DoesNotTakeABlockTwice) {
             GetParam().release(block);
             GetParam().release(block);
         },
-        "");
+        "block that is not alive|heap-use-after-free");
 }
 
 INSTANTIATE_TEST_SUITE_P(Forms, OurOperator, ::testing::ValuesIn(every_form), [](auto const& row) {

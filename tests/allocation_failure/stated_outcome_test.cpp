@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstddef>
 #include <new>
 #include <string>
@@ -134,7 +135,8 @@ void assign_to_a_local_value(io_value const& source) {
 // The local value is ended on the way of std::bad_alloc, and raises an exception of its own.
 TEST(AFailedValueAssignmentDeathTest, EndsTheProcessWhereTheTargetIsLocal) {
     io_value const source(long_new);
-    EXPECT_DEATH((void)runs_out(1, [&] { assign_to_a_local_value(source); }), "");
+    EXPECT_EXIT((void)runs_out(1, [&] { assign_to_a_local_value(source); }),
+                ::testing::KilledBySignal(SIGABRT), "terminate called");
 }
 
 TEST(AFailedPartAssignment, LeavesTheNewKindAndAnEmptyText) {
@@ -278,7 +280,9 @@ TEST_P(NodesOfAClassWithoutMemory, AreRefusedBeforeTheirSlots) {
 TEST_P(NodesOfAClassWithoutMemory, EndTheProcessInTheirSlots) {
     browse_result const result = two_of_a_class();
     for (std::size_t n = before_slots + 1; n <= with_slots; ++n) {
-        EXPECT_DEATH(collect(result, n, GetParam()), "") << n;
+        EXPECT_EXIT(collect(result, n, GetParam()), ::testing::KilledBySignal(SIGABRT),
+                    "terminate called.*std::bad_alloc")
+            << n;
     }
     collect(result, with_slots + 1, GetParam()); // it takes no more than that
 }

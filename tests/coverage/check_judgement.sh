@@ -4,6 +4,11 @@
 # Usage: check_judgement.sh CHECK_COVERAGE PROGRAM ROOT
 set -euo pipefail
 
+if (($# != 3)); then
+  echo "usage: check_judgement.sh CHECK_COVERAGE PROGRAM ROOT" >&2
+  exit 2
+fi
+
 judge=$1
 program=$2
 root=$3
@@ -75,14 +80,14 @@ silent_about() {
 comparison='word == "huge"'
 at_comparison=$source:$(line_of "$comparison"):9:
 
-# All of it runs, and yet one direction in less than fifty is too many.
+# All of it runs, and yet one direction is not taken.
 runs large small dies met
 judged 1 </dev/null
 says "no test takes: $at_comparison never true"
 silent_about "no test runs"
 silent_about "no exception any more"
 silent_about ":$(line_of 'is_long ?'):"
-# Named as an exception it is not listed, but counts.
+# Named as an exception it is not listed, but one in less than fifty is too many.
 judged 1 < <(branch "$comparison" true)
 silent_about "no test takes"
 silent_about "no exception any more"

@@ -45,10 +45,44 @@ wide widened(T number) {
 }
 
 template <class To>
-bool converts_as_it_must(v2::io_value const& value, wide number, v2::io_error& error) {
+bool is_read_as_it_must(v2::io_value const& value, wide number, v2::io_error& error) {
     To const given = v2::detail::get_as<To>(value, error);
     if (holds<To>(number)) return error.ok() && widened(given) == number;
     return error == v2::io_error(v2::io_errc::value_too_large) && given == To();
+}
+
+/// The same where the type is known at run time alone. What `long double` holds is declared as a
+/// `double`, which holds less.
+template <class To>
+bool becomes_a_member_as_it_must(v2::io_value const& value, wide number, v2::io_error& error) {
+    if constexpr (std::is_same_v<To, long double>) {
+        return true;
+    } else {
+        auto const declared = v2::io_value(To()).data_type();
+        v2::io_value const given = value.to_variant(declared, error);
+        if (value.converts_to(declared) != holds<To>(number) || given.data_type() != declared) {
+            return false;
+        }
+        if (holds<To>(number)) return error.ok() && widened(given.as<To>()) == number;
+        return error == v2::io_error(v2::io_errc::value_too_large) && given.as<To>() == To();
+    }
+}
+
+template <class To>
+bool converts_as_it_must(v2::io_value const& value, wide number, v2::io_error& error) {
+    return is_read_as_it_must<To>(value, number, error) &&
+           becomes_a_member_as_it_must<To>(value, number, error);
+}
+
+/// Every number is a truth value.
+template <>
+bool converts_as_it_must<bool>(v2::io_value const& value, wide number, v2::io_error& error) {
+    auto const declared = v2::io_value(false).data_type();
+    bool const read = v2::detail::get_as<bool>(value, error);
+    if (error.failed() || read != (number != 0) || !value.converts_to(declared)) return false;
+    v2::io_value const given = value.to_variant(declared, error);
+    bool const* const truth = given.get_if<bool>();
+    return error.ok() && truth != nullptr && *truth == read;
 }
 
 template <class... Targets>
@@ -57,7 +91,8 @@ struct targets {
         return (converts_as_it_must<Targets>(value, number, error) && ...);
     }
 };
-using every_target = targets<char,
+using every_target = targets<bool,
+                             char,
                              signed char,
                              unsigned char,
                              short,

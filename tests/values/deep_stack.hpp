@@ -1,37 +1,28 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <pthread.h>
 
 #include <cstddef>
 
 namespace values_test {
 
-/// Unoptimised code and sanitizers need many times the stack that the product does.
-#if defined(__OPTIMIZE__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-inline constexpr bool needs_deep_stack = false;
-#else
-inline constexpr bool needs_deep_stack = true;
-#endif
-
-/// Run `action` on the stack of this thread, or on one of 64 MB where the build needs it.
+/// Run `action` on a stack of 64 MB: the code of tests is not optimised, and sanitizers need many
+/// times the stack that the product does.
 template <class Action>
 void run_on_deep_stack(Action action) {
-    if constexpr (!needs_deep_stack) {
-        action();
-    } else {
-        pthread_attr_t attributes;
-        pthread_attr_init(&attributes);
-        pthread_attr_setstacksize(&attributes, std::size_t{64} << 20);
-        pthread_t thread{};
-        auto const start = [](void* argument) -> void* {
-            (*static_cast<Action*>(argument))();
-            return nullptr;
-        };
-        if (pthread_create(&thread, &attributes, start, &action) == 0) {
-            pthread_join(thread, nullptr);
-        }
-        pthread_attr_destroy(&attributes);
-    }
+    pthread_attr_t attributes;
+    ASSERT_EQ(pthread_attr_init(&attributes), 0);
+    EXPECT_EQ(pthread_attr_setstacksize(&attributes, std::size_t{64} << 20), 0);
+    pthread_t thread{};
+    auto const start = [](void* argument) -> void* {
+        (*static_cast<Action*>(argument))();
+        return nullptr;
+    };
+    int const refused = pthread_create(&thread, &attributes, start, &action);
+    EXPECT_EQ(pthread_attr_destroy(&attributes), 0);
+    ASSERT_EQ(refused, 0);
+    EXPECT_EQ(pthread_join(thread, nullptr), 0);
 }
 
 } // namespace values_test

@@ -8,9 +8,12 @@ A copy of the tree is built once with all mutants in it (places.py says which), 
 variable chooses one. Only the test cases that reach the mutated place judge a mutant, two mutants
 at a time, and the first case that fails has killed it; so has one that crashes or finds no end.
 
-Of each source at most MOST_OF_A_FILE places are mutated, spread over it evenly. That is some 560 of
-1,450, which two cores judge within two hours. With --sample only N of these are judged, spread
+Of each source at most MOST_OF_A_FILE places are mutated, spread over it evenly. That is some 570 of
+1,480, which two cores judge within two hours. With --sample only N of these are judged, spread
 evenly as well.
+
+It fails where less than 95 in 100 of what was judged are killed, and for what would make that figure
+worth nothing: too few mutants, none judged, or an entry of equivalent.txt that fits no place.
 
 build/mutants/report.txt lists what became of each. Those that change nothing stand with the reason
 in equivalent.txt; they are not judged, and count apart.
@@ -27,6 +30,7 @@ import toy
 import tree
 
 MOST_OF_A_FILE = 10
+LEAST_MUTANTS = 300
 LEAST_KILLED = 95 # per cent
 JOBS = 2
 OPTIONS = ["-DCMAKE_UNITY_BUILD=ON", "-DCMAKE_UNITY_BUILD_BATCH_SIZE=8",
@@ -55,8 +59,12 @@ class Run:
         found = places.find(self.root, tree.sources(self.root))
         self.mutants = tree.choose(found, MOST_OF_A_FILE)
         reasons = equivalents.read(pathlib.Path(__file__).parent / "equivalent.txt")
+        if len(self.mutants) < LEAST_MUTANTS:
+            raise places.Failure(f"dev: mutants FAILED: {len(self.mutants)} mutants, at least "
+                                 f"{LEAST_MUTANTS} are meant")
         for entry in equivalents.stale(reasons, found):
-            self.say(f"equivalent.txt has a stale entry: {entry[0]}: {entry[1]}")
+            raise places.Failure("dev: mutants FAILED: equivalent.txt has an entry that fits no "
+                                 f"place: {entry[0]}: {entry[1]}")
         self.say(f"building {len(self.mutants)} mutants out of "
                  f"{sum(map(len, found.values()))} places")
         tree.write_tree(self.root, self.folder / "tree", self.mutants)
@@ -70,6 +78,8 @@ class Run:
             numbers = [numbers[(2 * index + 1) * count // (2 * sample)] for index in range(sample)]
         judged = [number for number in numbers
                   if equivalents.key(self.mutants[number - 1]) not in reasons]
+        if not judged:
+            raise places.Failure("dev: mutants FAILED: none of them could be seen by a test")
         self.say(f"judging {len(judged)} mutants by {len(cases)} test cases")
         verdicts = judge.judge_all(judged, cases, JOBS, lambda done: self.tell(done, len(judged)))
         judge.check_killers(verdicts)
@@ -95,7 +105,7 @@ class Run:
         for line in survivors:
             print(f"survived {line}")
         killed, count = len(verdicts) - len(survivors), len(verdicts)
-        share = 100 * killed / count if count else 100
+        share = 100 * killed / count
         passed = share >= LEAST_KILLED
         print(f"dev: mutants {'passed' if passed else 'FAILED'}: {killed} of {count} killed "
               f"({share:.1f} %), {equivalent} equivalent")

@@ -28,12 +28,20 @@ if ((status != found)) || ! grep -q 'Possible data race' "$racy.log"; then
 fi
 echo "helgrind: a race is reported"
 
-# watched PROGRAM FILTER
+# watched PROGRAM COUNT FILTER: so many tests have the names of the filter.
 watched() {
-  local start=$SECONDS
-  "${watch[@]}" "$build/tests/$1" --gtest_brief=1 --gtest_filter="$2"
-  echo "helgrind: $1 is clean ($((SECONDS - start)) s)"
+  local start=$SECONDS log=$build/tests/threads/$1.log
+  if ! "${watch[@]}" "$build/tests/$1" --gtest_brief=1 --gtest_filter="$3" >"$log" 2>&1; then
+    cat "$log" >&2
+    return 1
+  fi
+  if ! grep -q -F "[  PASSED  ] $2 tests." "$log"; then
+    cat "$log" >&2
+    echo "helgrind: $1 has not run the $2 tests that are meant" >&2
+    return 1
+  fi
+  echo "helgrind: $2 tests of $1 are clean ($((SECONDS - start)) s)"
 }
 
-watched structures_test 'DictionaryThreads.*'
-watched threads_test 'shared_diagnostics.*:threads.io_structure_dictionary:threads.io_error:threads.io_error_diagnostics:threads.io_exception:threads.object:threads.make_object_implementation'
+watched structures_test 6 'DictionaryThreads.*'
+watched threads_test 9 'shared_diagnostics.*:threads.io_structure_dictionary:threads.io_error:threads.io_error_diagnostics:threads.io_exception:threads.object:threads.make_object_implementation'
