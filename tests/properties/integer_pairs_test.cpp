@@ -51,15 +51,25 @@ bool is_read_as_it_must(v2::io_value const& value, wide number, v2::io_error& er
     return error == v2::io_error(v2::io_errc::value_too_large) && given == To();
 }
 
-/// The same where the type is known at run time alone. What `long double` holds is declared as a
-/// `double`, which holds less.
+/// These are declared as another type: as an `i8`, an `i32`, a `u32` and a `dbl`.
+template <class T>
+inline constexpr bool has_no_declared_type =
+    std::is_same_v<T, char> || std::is_same_v<T, long> || std::is_same_v<T, unsigned long> ||
+    std::is_same_v<T, long double>;
+
+/// The same where the type is known at run time alone, unless it is that of the value already,
+/// which is copied then.
 template <class To>
 bool becomes_a_member_as_it_must(v2::io_value const& value, wide number, v2::io_error& error) {
-    if constexpr (std::is_same_v<To, long double>) {
+    if constexpr (has_no_declared_type<To>) {
         return true;
     } else {
         auto const declared = v2::io_value(To()).data_type();
         v2::io_value const given = value.to_variant(declared, error);
+        if (declared == value.data_type()) {
+            return value.converts_to(declared) && error.ok() && given.index() == value.index() &&
+                   given.printable_string() == value.printable_string();
+        }
         if (value.converts_to(declared) != holds<To>(number) || given.data_type() != declared) {
             return false;
         }
