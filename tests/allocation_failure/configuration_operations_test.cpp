@@ -158,8 +158,8 @@ void add_category_rows(Row const& row) {
         [](category& target) { return target.add_option(full_option(long_text)); });
     row("WhatACategorySays", promise::quiet,
         {"category::name", "category::description", "category::wants_connection",
-         "category::collapsed", "category::options", "category::has_option", "category::get_option",
-         "category::remove_option"},
+         "category::collapsed", "category::options x2", "category::has_option",
+         "category::get_option x2", "category::remove_option"},
         make, [](category& of) {
             category const& constant = of;
             bool const flags = of.wants_connection() && !of.collapsed() && of.has_option(long_text);
@@ -179,8 +179,8 @@ void add_template_rows(Row const& row) {
         full_template,
         [](config_template& target) { return target.add_category(full_category(long_text)); });
     row("WhatATemplateSays", promise::quiet,
-        {"config_template::categories", "config_template::has_category",
-         "config_template::get_category", "config_template::get_option",
+        {"config_template::categories x2", "config_template::has_category",
+         "config_template::get_category x2", "config_template::get_option x2",
          "config_template::has_option", "config_template::remove_category"},
         full_template, [](config_template& of) {
             config_template const& constant = of;
@@ -226,8 +226,8 @@ void add_verdict_rows(Row const& row) {
         full_verdict,
         [](verification_result const& result) { return result.issues_for_option(other_text); });
     row("WhatAVerdictSays", promise::quiet,
-        {"verification_result::severity_for_option", "verification_result::begin",
-         "verification_result::end", "verification_result::cbegin", "verification_result::cend"},
+        {"verification_result::severity_for_option", "verification_result::begin x2",
+         "verification_result::end x2", "verification_result::cbegin", "verification_result::cend"},
         full_verdict, [](verification_result& result) {
             verification_result const& constant = result;
             bool const ends = result.begin() == constant.begin() &&

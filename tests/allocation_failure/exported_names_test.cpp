@@ -4,8 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -22,13 +24,17 @@ void remove_all(std::string& text, std::string const& part) {
     }
 }
 
-/// \return the qualified name of a function, without what it gives and takes, below the namespace
-/// of the library; a name of data as it stands.
-std::string plain_name(std::string const& symbol) {
+std::string signature_of(std::string const& symbol) {
     int status = 0;
     std::unique_ptr<char, void (*)(void*)> const demangled(
         abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status), &std::free);
-    std::string name = status == 0 ? demangled.get() : symbol;
+    return status == 0 ? demangled.get() : symbol;
+}
+
+/// \return the qualified name of a function, without what it gives and takes, below the namespace
+/// of the library; a name of data as it stands.
+std::string plain_name(std::string const& symbol) {
+    std::string name = signature_of(symbol);
     remove_all(name, "tavi::ioapi::v2::");
     remove_all(name, "[abi:cxx11]");
     std::size_t first = 0;
@@ -55,21 +61,40 @@ bool is_exempt(std::string const& name) {
     return exempt.Matches(name);
 }
 
-std::set<std::string> exported_names() {
+/// \return the forms of each name: constructors have two symbols of one signature.
+std::map<std::string, std::set<std::string>> exported_forms() {
     std::ifstream list(EXPORTED_NAMES_PATH);
-    std::set<std::string> names;
+    std::map<std::string, std::set<std::string>> forms;
     for (std::string line; std::getline(list, line);) {
-        std::string const name = plain_name(line.substr(0, line.find(' ')));
-        if (!is_exempt(name)) names.insert(name);
+        std::string const symbol = line.substr(0, line.find(' '));
+        std::string const name = plain_name(symbol);
+        if (!is_exempt(name)) forms[name].insert(signature_of(symbol));
     }
+    return forms;
+}
+
+std::set<std::string> exported_names() {
+    std::set<std::string> names;
+    for (auto const& each : exported_forms()) names.insert(each.first);
     return names;
+}
+
+/// \return how many forms of each name the rows try.
+std::map<std::string, std::size_t> tried_forms() {
+    std::map<std::string, std::size_t> forms;
+    for (operation const& row : every_operation()) {
+        for (auto const& tried : row.tries) {
+            std::size_t const several = tried.find(" x");
+            std::string const name = tried.substr(0, several);
+            forms[name] += several == std::string::npos ? 1 : std::stoul(tried.substr(several + 2));
+        }
+    }
+    return forms;
 }
 
 std::set<std::string> tried_names() {
     std::set<std::string> names;
-    for (operation const& row : every_operation()) {
-        names.insert(row.tries.begin(), row.tries.end());
-    }
+    for (auto const& each : tried_forms()) names.insert(each.first);
     return names;
 }
 
@@ -97,6 +122,13 @@ TEST(ExportedNames, AreManyAndNotAllExempt) {
 
 TEST(ExportedNames, AreAllTried) {
     EXPECT_EQ(missing_in(tried_names(), exported_names()), std::vector<std::string>());
+}
+
+TEST(ExportedNames, AreTriedInAllTheirForms) {
+    auto tried = tried_forms();
+    for (auto const& [name, forms] : exported_forms()) {
+        EXPECT_GE(tried[name], forms.size()) << name << ": " << ::testing::PrintToString(forms);
+    }
 }
 
 TEST(ExportedNames, AreWhatTheRowsSayThatTheyTry) {

@@ -95,7 +95,7 @@ private:
 struct operation {
     std::string name;               ///< a test is named by it
     promise kept;                   ///< where memory runs out
-    std::vector<std::string> tries; ///< the exported names that it tries
+    std::vector<std::string> tries; ///< the exported names that it tries; `name x2` for two forms
     std::shared_ptr<preparation const> preparing;
     std::string report; ///< for `promise::reported`, the text of the result that tells
 

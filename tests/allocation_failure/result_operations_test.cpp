@@ -93,14 +93,15 @@ void add_answer_rows(std::vector<operation>& rows, std::string const& result) {
         target.resize(3);
         target.resize(0);
     });
-    row("AnError", promise::quiet, {"set", "result_type::set"}, make, [](Result& target) {
+    row("AnError", promise::quiet, {"set x2", "result_type::set"}, make, [](Result& target) {
         target.set(0, io_error(v2::io_errc::not_found));
         target.set(asked, io_error(v2::io_errc::not_found));
         target.set(unknown, io_error(v2::io_errc::not_found));
         target[2].set(io_error(v2::io_errc::not_found));
     });
     row("WhatIsThereOf", promise::quiet,
-        {"find", "size", "operator[]", "begin", "end", "cbegin", "cend"}, make, [](Result& target) {
+        {"find x2", "size", "operator[] x2", "begin x2", "end x2", "cbegin", "cend"}, make,
+        [](Result& target) {
             Result const& constant = target;
             bool const found = constant.find(asked) == target.find(asked) &&
                                target.find(unknown) == nullptr && &target[1] == &constant[1];
@@ -193,7 +194,7 @@ std::vector<operation> result_operations() {
         });
     row("WhatABrowseResultSays", promise::quiet,
         {"browse_result::get_node", "browse_result::get_node_by_browse_name", "browse_result::size",
-         "browse_result::begin", "browse_result::end", "browse_result::cbegin",
+         "browse_result::begin x2", "browse_result::end x2", "browse_result::cbegin",
          "browse_result::cend"},
         three_nodes, [](browse_result& result) {
             browse_result const& constant = result;

@@ -80,12 +80,14 @@ std::vector<operation> subscription_operations() {
             return before == result.begin() && before->identifier.primary().text().size() != 0;
         });
     row("APlaceInSubscriptions", promise::unchanged,
-        {"const_iterator::operator=", "const_iterator::const_iterator"},
+        {"const_iterator::operator= x2", "const_iterator::const_iterator"},
         [](subscription_result const& result) {
             auto at = result.begin();
             auto const last = result.end();
             at = last;
-            auto const copy = at;
+            auto copy = at;
+            auto moved = std::move(copy);
+            copy = std::move(moved); // to a place that holds nothing
             return copy == last;
         });
     return rows;

@@ -85,7 +85,7 @@ std::vector<operation> value_operations() {
         {"io_value::assign", "io_value::operator="}, nested,
         [](io_value& value) { value = (*value.get_if<values>())[1]; });
 
-    row("TheTypeCode", promise::quiet, {"io_value::p_basic_type"}, nested,
+    row("TheTypeCode", promise::quiet, {"io_value::p_basic_type x2"}, nested,
         [](io_value const& value) {
             return std::pair(value.p_basic_type(), io_value::p_basic_type(value.data_type()));
         });
@@ -150,14 +150,14 @@ std::vector<operation> value_operations() {
             value.value(std::move(value).value(), v2::io_timestamp(9), quality::bad);
         });
     row("WhatADataValueSays", promise::quiet,
-        {"io_data_value::value", "io_data_value::timestamp", "io_data_value::quality",
+        {"io_data_value::value", "io_data_value::timestamp x2", "io_data_value::quality",
          "io_data_value::bad", "io_data_value::good", "io_data_value::empty"},
         data_value, [](io_data_value& value) {
             value.timestamp(value.timestamp());
             return std::pair(std::pair(value.value().index(), static_cast<int>(value.quality())),
                              std::pair(value.bad() || value.good(), value.empty()));
         });
-    row("AComparisonOfDataValues", promise::quiet, {"operator==", "operator!="}, data_value,
+    row("AComparisonOfDataValues", promise::quiet, {"operator== x3", "operator!= x3"}, data_value,
         [](io_data_value const& value) {
             bool const same = value == value && value == value.value() && value.value() == value;
             bool const other = value != value || value != value.value() || value.value() != value;
