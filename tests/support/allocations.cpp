@@ -122,6 +122,7 @@ using test_support::allocate_or_throw;
 using test_support::release;
 using test_support::unknown_size;
 
+// Each form of new has its delete here; the check looks for that within a class.
 // NOLINTBEGIN(misc-new-delete-overloads)
 void* operator new(std::size_t size) {
     return allocate_or_throw(size, 0);
