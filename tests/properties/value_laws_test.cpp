@@ -13,8 +13,10 @@
 namespace properties_test {
 namespace {
 
-bool is_one_sided(io_value const& value) {
-    return value.empty() != (value.data_type() == io_data_type());
+/// Whether a value meets nothing under its own type, which equals all of that type from one side
+/// alone.
+bool meet_unevenly(io_value const& left, io_value const& right) {
+    return left.data_type() == right.data_type() && left.empty() != right.empty();
 }
 
 bool holds_an_empty_element(io_value const& value) {
@@ -58,7 +60,7 @@ RC_GTEST_PROP(ElementOfAnArray,
 }
 
 RC_GTEST_PROP(Equality, IsSymmetric, (held_value const& left, held_value const& right)) {
-    RC_PRE(!is_one_sided(left.get()) && !is_one_sided(right.get()));
+    RC_PRE(!meet_unevenly(left.get(), right.get()));
     RC_ASSERT((left.get() == right.get()) == (right.get() == left.get()));
 }
 
