@@ -24,6 +24,12 @@ value_model any_value(input& script) {
     return model;
 }
 
+/// Whether a payload stands under the type of nothing. Its kind decides how it reads what other
+/// kinds under that type hold, of which the rules say only that it is safe.
+bool is_under_no_type(value_model const& model) {
+    return !is_empty(model) && model.type == io_data_type();
+}
+
 /// Whether there is, on some level, what equals from one side only: nothing under a type, or
 /// something under the type of nothing.
 bool has_one_sided(value_model const& model) {
@@ -135,9 +141,10 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     check_declared(left, right.data_type());
     bool const one_sided = has_one_sided(left_model) || has_one_sided(right_model);
     check_equality(left, right, !one_sided);
-    // Which of the one-sided ones are equal, from either side, the rules say.
-    check((left == right) == equal(left_model, right_model), "== is as the rules");
-    check((right == left) == equal(right_model, left_model), "== is as the rules, turned round");
+    if (!is_under_no_type(left_model) && !is_under_no_type(right_model)) {
+        check((left == right) == equal(left_model, right_model), "== is as the rules");
+        check((right == left) == equal(right_model, left_model), "== is as the rules, turned");
+    }
     check_equality(left, io_value(left), true);
     check_copies(left);
     check_copies(right);

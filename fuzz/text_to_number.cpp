@@ -34,10 +34,11 @@ void compare(v2::io_value const& value, std::string const& text) {
     check(same_result(given.value, expected.value), "a text is the number nearest to it");
 }
 
-/// \return whether a decimal with one digit fewer than `text` reads as `number`. Whole numbers have
-/// all their digits in a text without an exponent, and are none of these.
+/// \return whether a decimal with one digit fewer than `text` reads as `number`, the sign apart.
+/// Whole numbers have all their digits in a text without an exponent, and are none of these.
 template <class Real>
-bool has_shorter_text(std::string const& text, Real number) {
+bool has_shorter_text(std::string text, Real number) {
+    if (std::signbit(number)) text.erase(0, 1);
     std::size_t const exponent_at = std::min(text.find('e'), text.size());
     std::string digits = text.substr(0, exponent_at);
     std::size_t const point = digits.find('.');
@@ -53,10 +54,10 @@ bool has_shorter_text(std::string const& text, Real number) {
         carries = *digit == '9';
         *digit = carries ? '0' : static_cast<char>(*digit + 1);
     }
-    if (carries) above.insert(above.front() == '-' ? 1 : 0, "1");
+    if (carries) above.insert(0, "1");
     for (std::string const& mantissa : {below, above}) {
         auto const read = real_of<Real>(mantissa + text.substr(exponent_at));
-        if (read && *read == number) return true;
+        if (read && *read == std::abs(number)) return true;
     }
     return false;
 }
