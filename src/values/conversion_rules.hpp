@@ -181,11 +181,12 @@ struct rule<To, bool> {
 template <number To>
 struct rule<To, utility::string> {
     static constexpr io_errc failure = io_errc::incompatible_type;
-    static bool fits(utility::string const& source) noexcept {
+    static bool fits(utility::string const& source) noexcept(!parsing_takes_memory<To>) {
         To unused{};
         return convert(source, unused) == io_errc::success;
     }
-    static io_errc convert(utility::string const& source, To& target) noexcept {
+    static io_errc convert(utility::string const& source,
+                           To& target) noexcept(!parsing_takes_memory<To>) {
         if (source.empty()) {
             target = To();
             return io_errc::success;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <new>
 #include <string>
 #include <utility>
@@ -153,6 +154,31 @@ std::vector<operation> conversion_operations() {
             return io_value(array<short>{1, 2, 3});
         },
         [](io_value const& value) { return get<values>(value); }, unhandled<values>());
+    // Where that is a type of its own, the standard library copies a text of this length to read
+    // it.
+    if (std::numeric_limits<long double>::digits > std::numeric_limits<double>::digits) {
+        row(
+            "AConversionOfALongTextToTheWidestNumber", promise::reported,
+            {"detail::get_as<long double>"}, [] { return io_value("1." + std::string(3000, '1')); },
+            [](io_value const& value) { return get<long double>(value); },
+            unhandled<long double>());
+        row(
+            "ARefusalOfALongTextThatBeginsLikeTheWidestNumber", promise::reported,
+            {"detail::get_as<long double>"},
+            [] { return io_value("1." + std::string(3000, '1') + '.'); },
+            [](io_value const& value) { return get<long double>(value); },
+            text_of(0.0L) + ", generic3{}");
+        row(
+            "ARefusalOfALongTextLikeNoNumber", promise::quiet, {"detail::get_as<long double>"},
+            [] { return io_value(std::string(3000, 'x')); },
+            [](io_value const& value) { return get<long double>(value); });
+        row(
+            "AConversionOfLongTextsToTheWidestNumbers", promise::reported,
+            {exported_array_name("long double")},
+            [] { return io_value(array<text>{text("1." + std::string(3000, '1'))}); },
+            [](io_value const& value) { return get<array<long double>>(value); },
+            unhandled<array<long double>>());
+    }
     // The one array whose bytes are taken for texts: two of them, whatever it holds.
     row(
         "AConversionOfCharactersToValues", promise::reported, {exported_array_name("io_value")},
