@@ -37,14 +37,15 @@ void print(growth const& held) {
               << held.last().descriptors << " at the end\n"
               << "  threads: " << held.first().threads << ", " << held.last().threads << '\n'
               << "  bytes on the heap: " << held.first().heap << ", " << held.last().heap
-              << "; that came with every round: " << held.of_heap() << '\n';
+              << "; more at the end: " << held.bytes() << ", allowed: " << growth::most_heap
+              << '\n';
 }
 
 /// \return whether nothing is wrong
 bool print(findings const& wrong, growth const& held, std::chrono::duration<double> taken) {
     print(held);
     for (auto const& what : wrong.words()) std::cout << "  " << what << '\n';
-    bool const grows = held.of_descriptors() || held.of_heap() != 0;
+    bool const grows = held.of_descriptors() || held.of_heap();
     std::cout << "  wrong: " << wrong.count() << ", taken: " << taken.count() << " s\n";
     return wrong.count() == 0 && !grows;
 }

@@ -5,8 +5,18 @@
 
 namespace endurance {
 
+namespace {
+
+// Beyond what comes in the longest outages, so that the memory of a run does not grow with them.
+constexpr std::size_t most_untaken = 1024;
+
+} // namespace
+
 plant::plant(std::uint64_t seed) : chance_(seed) {
-    for (std::size_t i = 0; i < size; ++i) quantities_[i].next = pause(i);
+    for (std::size_t i = 0; i < size; ++i) {
+        quantities_[i].next = pause(i);
+        quantities_[i].begins.reserve(most_untaken);
+    }
 }
 
 plant::duration plant::pause(std::size_t index) {

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "findings.hpp"
-#include "growth.hpp"
+
+#include <examples/endurance/growth.hpp>
 
 #include <cstdint>
 

@@ -38,6 +38,9 @@ constexpr duration most_of_a_good_poll = 20ms;
 /// Of one that is, and good all the same.
 constexpr duration most_of_a_slow_poll = 2100ms;
 
+/// How long it is remembered when changes may be lost, which none of them takes to come.
+constexpr duration remembered = 1h;
+
 constexpr unsigned int requests_of_a_poll = 2;
 constexpr std::size_t half = plant::size / 2;
 
@@ -79,6 +82,8 @@ public:
     watching(std::chrono::seconds span, std::uint64_t seed)
         : chance_(seed), plant_(seed + 1), controller_(time_, plant_, seed + 2) {
         figures_.span = span;
+        // As many as there are polls in it, so that the memory of a run does not grow by them.
+        bad_times_.reserve(remembered / interval);
     }
 
     day_figures run() {
@@ -318,7 +323,7 @@ private:
     /// Those times that changes may be lost in.
     void remember(outlook const& expected, duration begin) {
         auto const now = time_.passed();
-        std::erase_if(bad_times_, [&](auto const& time) { return time.second + 1h < now; });
+        std::erase_if(bad_times_, [&](auto const& time) { return time.second + remembered < now; });
         bool const is_good = expected.errors == decltype(expected.errors){};
         if (is_good && now - begin <= most_of_a_good_poll) return;
         // The next poll comes at once, or at its time.

@@ -2,7 +2,8 @@
 
 #include "fault.hpp"
 #include "findings.hpp"
-#include "growth.hpp"
+
+#include <examples/endurance/growth.hpp>
 
 #include <array>
 #include <chrono>
