@@ -34,6 +34,8 @@ TEST_P(simulated_minutes, deliver_every_change_that_stands_and_keep_the_interval
     EXPECT_EQ(figures.wrong.words(), findings_in_words());
     EXPECT_EQ(figures.missed, 0U);
     EXPECT_EQ(figures.requests, figures.requests_due);
+    EXPECT_EQ(figures.connections, figures.connections_due);
+    for (auto const count : figures.met) EXPECT_GE(count, 1U);
     EXPECT_GT(figures.delivered, 0U);
     EXPECT_FALSE(figures.held.of_descriptors());
     EXPECT_FALSE(figures.held.of_heap()) << figures.held.bytes();

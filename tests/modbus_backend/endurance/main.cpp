@@ -62,7 +62,8 @@ void print(restart_figures const& figures) {
 void print(day_figures const& figures) {
     std::cout << "  simulated hours: " << figures.span / std::chrono::hours(1)
               << ", polls: " << figures.polls << ", requests heard: " << figures.requests
-              << ", due: " << figures.requests_due << '\n'
+              << ", due: " << figures.requests_due << ", connections: " << figures.connections
+              << ", due: " << figures.connections_due << '\n'
               << "  changes: " << figures.changes << ", values delivered: " << figures.delivered
               << ", too brief to be seen: " << figures.brief << ", missed: " << figures.missed
               << ", errors delivered: " << figures.faulty << '\n'

@@ -194,10 +194,10 @@ void simulated_controller::plan(bytes answer) {
     };
     switch (heard_in_poll_ == hit_ ? fault_ : fault::none) {
     case fault::slow:
-        pause(100ms, 2000ms);
+        pause(slow_pause, 2000ms);
         then(answer);
         break;
-    case fault::trickle: then_each(answer, 10ms); break;
+    case fault::trickle: then_each(answer, trickle_pause); break;
     case fault::late:
         pause(2600ms, 5000ms);
         then(answer);

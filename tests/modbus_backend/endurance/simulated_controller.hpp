@@ -31,6 +31,12 @@ class simulated_controller {
 public:
     using duration = simulated_time::duration;
 
+    /// How long the bytes of a `fault::trickle` are apart, and a `fault::slow` takes at least.
+    /// \{
+    static constexpr duration trickle_pause = std::chrono::milliseconds(10);
+    static constexpr duration slow_pause = std::chrono::milliseconds(100);
+    /// \}
+
     simulated_controller(simulated_time& time, plant& shown, std::uint64_t seed);
     simulated_controller(simulated_controller const&) = delete;
     simulated_controller& operator=(simulated_controller const&) = delete;

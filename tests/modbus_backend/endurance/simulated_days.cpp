@@ -35,7 +35,7 @@ constexpr duration timeout = std::chrono::milliseconds(timeout_ms);
 
 /// Of a poll that is not held up.
 constexpr duration most_of_a_good_poll = 20ms;
-/// Of one that is, and good all the same.
+/// Of one with an answer that is slow, and good all the same.
 constexpr duration most_of_a_slow_poll = 2100ms;
 
 /// How long it is remembered when changes may be lost, which none of them takes to come.
@@ -43,6 +43,13 @@ constexpr duration remembered = 1h;
 
 constexpr unsigned int requests_of_a_poll = 2;
 constexpr std::size_t half = plant::size / 2;
+
+/// Of one that comes byte by byte: head, unit, function and count, and two registers for each.
+constexpr duration least_of_a_trickle =
+    static_cast<int>(9 + 4 * half) * simulated_controller::trickle_pause;
+
+/// Between two faults that have their turn, so that each begins with a line that works.
+constexpr unsigned int polls_of_a_turn = 8;
 
 std::string name_of_quantity(std::size_t index) {
     return "quantity" + std::to_string(index);
@@ -73,6 +80,7 @@ struct known {
 struct outlook {
     std::array<int, requests_of_a_poll> errors{}; ///< of the variables of each request, 0: values
     unsigned int requests = 0;                    ///< that are heard
+    unsigned int connections = 0;                 ///< that are taken
     duration shortest{0};
     duration longest = most_of_a_good_poll;
 };
@@ -147,6 +155,10 @@ private:
 
     fault any_fault() {
         if (figures_.polls == 0 || leaves_answer_) return fault::none;
+        if (in_turn_ < fault_count) {
+            bool const is_due = figures_.polls % polls_of_a_turn == 0;
+            return is_due ? static_cast<fault>(in_turn_++) : fault::none;
+        }
         auto place = std::uniform_int_distribution<unsigned int>(0, 9999)(chance_);
         for (std::size_t i = 0; i < fault_count; ++i) {
             if (place < fault_rules[i].share) return static_cast<fault>(i);
@@ -170,11 +182,14 @@ private:
         hit_ = std::uniform_int_distribution<unsigned int>(0, 1)(chance_);
         if (rule_of(fault_).is_of_last) hit_ = requests_of_a_poll - 1;
         controller_.expect_poll(fault_, hit_);
-        leaves_answer_ = fault_ == fault::doubled;
+        bool const is_left_alone = !std::exchange(leaves_answer_, fault_ == fault::doubled);
         if (fault_ == fault::hang_up) controller_.hang_up();
         if (fault_ == fault::refusing || fault_ == fault::unplugged) return outlook_of_outage();
+        bool const stays = is_connected_ && is_left_alone && fault_ != fault::hang_up;
         is_connected_ = true;
-        return outlook_of_exchanges();
+        auto expected = outlook_of_exchanges();
+        if (!stays || figures_.polls == 0) expected.connections = 1;
+        return expected;
     }
 
     outlook outlook_of_outage() {
@@ -207,8 +222,12 @@ private:
         if (rule.takes_timeout) {
             expected.shortest = timeout;
             expected.longest = timeout + most_of_a_good_poll;
-        } else if (rule.error == 0 && fault_ != fault::none) {
+        } else if (fault_ == fault::slow) {
+            expected.shortest = simulated_controller::slow_pause;
             expected.longest = most_of_a_slow_poll;
+        } else if (fault_ == fault::trickle) {
+            expected.shortest = least_of_a_trickle;
+            expected.longest = least_of_a_trickle + most_of_a_good_poll;
         }
         return expected;
     }
@@ -247,17 +266,21 @@ private:
         ++figures_.polls;
         ++figures_.met[static_cast<std::size_t>(fault_)];
         figures_.requests_due += expected.requests;
+        figures_.connections_due += expected.connections;
         overtime_ += std::exchange(overtime_of_last_, std::max(taken, interval) - interval);
         if (taken < expected.shortest || taken > expected.longest) {
             wrong(std::string("a poll with ") + rule_of(fault_).name + " takes " +
                   std::to_string(taken / 1ms) + " ms");
         }
-        if (controller_.requests() != figures_.requests_due) {
-            wrong(std::string("with ") + rule_of(fault_).name + " the controller has heard " +
-                  std::to_string(controller_.requests()) + " requests in place of " +
-                  std::to_string(figures_.requests_due));
-            figures_.requests_due = controller_.requests();
-        }
+        compare("requests", controller_.requests(), figures_.requests_due);
+        compare("connections", controller_.connections(), figures_.connections_due);
+    }
+
+    void compare(char const* what, unsigned long long met, unsigned long long& due) {
+        if (met == due) return;
+        wrong(std::string("with ") + rule_of(fault_).name + " the controller has met " +
+              std::to_string(met) + ' ' + what + " in place of " + std::to_string(due));
+        due = met;
     }
 
     void take(std::size_t index, v2::read_result::result_type const& entry, duration begin) {
@@ -332,7 +355,11 @@ private:
 
     void finish() {
         figures_.requests = controller_.requests();
+        figures_.connections = controller_.connections();
         figures_.changes = plant_.changes();
+        for (std::size_t i = 0; i < fault_count; ++i) {
+            if (figures_.met[i] == 0) wrong(std::string(fault_rules[i].name) + " does not occur");
+        }
         if (!controller_.problem().empty()) wrong(controller_.problem());
         // One poll for each interval, but for the time that slow ones took beyond theirs. The last
         // one begins before the end, and another would not.
@@ -359,11 +386,12 @@ private:
     std::vector<std::pair<duration, duration>> bad_times_;
     fault fault_ = fault::none;
     unsigned int hit_ = 0;
+    std::size_t in_turn_ = 1; ///< behind `fault::none`
     fault line_fault_ = fault::none;
     std::optional<duration> line_is_down_until_;
     bool is_connected_ = true;
-    bool leaves_answer_ = false;
-    duration overtime_{0}; ///< of all polls but the last
+    bool leaves_answer_ = false; ///< that the next poll finds, and so begins with a connection
+    duration overtime_{0};       ///< of all polls but the last
     duration overtime_of_last_{0};
     duration next_look_{0};
     day_figures figures_;
