@@ -1,7 +1,6 @@
 #pragma once
 
-#include "findings.hpp"
-
+#include <examples/endurance/findings.hpp>
 #include <examples/endurance/growth.hpp>
 
 #include <cstdint>

@@ -155,8 +155,8 @@ simulated_controller::bytes simulated_controller::good_answer(bytes const& reque
     bytes answer(request.begin(), request.begin() + function_place + 1);
     answer.push_back(static_cast<std::uint8_t>(2 * count));
     for (unsigned int place = first; place < first + count; ++place) {
-        std::size_t const index = place / 2 + (is_input ? plant::size / 2 : 0);
-        auto const value = plant_.value(index % plant::size);
+        std::size_t const index = place / 2 + (is_input ? plant_.size() / 2 : 0);
+        auto const value = plant_.value(index % plant_.size());
         unsigned int const word = place % 2 == 0 ? value >> 16 : value & 0xFFFFU;
         answer.push_back(static_cast<std::uint8_t>(word >> 8));
         answer.push_back(static_cast<std::uint8_t>(word & 0xFFU));

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "fault.hpp"
-#include "plant.hpp"
-#include "simulated_time.hpp"
 
 #include <controller/descriptor.hpp>
+#include <examples/endurance/plant.hpp>
+#include <examples/endurance/simulated_time.hpp>
 #include <sys/select.h>
 #include <sys/time.h>
 

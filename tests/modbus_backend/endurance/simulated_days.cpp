@@ -2,19 +2,18 @@
 
 #include <tavi/ioapi/v2/io_value.hpp>
 
-#include "plant.hpp"
 #include "simulated_controller.hpp"
-#include "simulated_time.hpp"
 
+#include <examples/endurance/opened.hpp>
+#include <examples/endurance/plant.hpp>
+#include <examples/endurance/simulated_time.hpp>
 #include <examples/support/temporary_file.hpp>
 #include <iohost/host_services.hpp>
 #include <iohost/polling.hpp>
 #include <modbus_backend/tcp_module.hpp>
 
-#include <memory>
 #include <optional>
 #include <random>
-#include <stdexcept>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -42,7 +41,8 @@ constexpr duration most_of_a_slow_poll = 2100ms;
 constexpr duration remembered = 1h;
 
 constexpr unsigned int requests_of_a_poll = 2;
-constexpr std::size_t half = plant::size / 2;
+constexpr std::size_t quantities = 24;
+constexpr std::size_t half = quantities / 2;
 
 /// Of one that comes byte by byte: head, unit, function and count, and two registers for each.
 constexpr duration least_of_a_trickle =
@@ -57,17 +57,12 @@ std::string name_of_quantity(std::size_t index) {
 
 std::string map_of_quantities() {
     std::string map;
-    for (std::size_t i = 0; i < plant::size; ++i) {
+    for (std::size_t i = 0; i < quantities; ++i) {
         map += name_of_quantity(i) + (i < half ? " holding " : " input ") +
                std::to_string(i % half * 2) + " u32\n";
     }
     return map;
 }
-
-struct release_watched {
-    void operator()(example::backend* opened) const noexcept { opened->release(); }
-};
-using watched_backend = std::unique_ptr<example::backend, release_watched>;
 
 /// What the host was told last of one quantity.
 struct known {
@@ -88,14 +83,14 @@ struct outlook {
 class watching {
 public:
     watching(std::chrono::seconds span, std::uint64_t seed)
-        : chance_(seed), plant_(seed + 1), controller_(time_, plant_, seed + 2) {
+        : chance_(seed), plant_(quantities, seed + 1), controller_(time_, plant_, seed + 2) {
         figures_.span = span;
         // As many as there are polls in it, so that the memory of a run does not grow by them.
         bad_times_.reserve(remembered / interval);
     }
 
     day_figures run() {
-        auto const backend = opened();
+        auto const backend = opened(module_, settings(), host_);
         subscribe(*backend);
         host_time clock(time_);
         auto const begin = clock.now();
@@ -115,23 +110,19 @@ private:
         figures_.wrong.add("at " + std::to_string(time_.passed() / 1ms) + " ms: " + what);
     }
 
-    watched_backend opened() {
+    [[nodiscard]] v2::config::store settings() const {
         v2::config::store values;
         values.set("map", map_.path());
         values.set("host", "127.0.0.1");
         values.set("port", static_cast<int>(controller_.port()));
         values.set("timeout_ms", timeout_ms);
         values.set("poll_interval_ms", interval_ms);
-        v2::utility::string problem;
-        v2::io_error error;
-        watched_backend made(module_.open(values, v2::backend_query(host_), problem, error));
-        if (made == nullptr) throw std::runtime_error(problem.str());
-        return made;
+        return values;
     }
 
     void subscribe(example::backend& backend) {
         std::vector<v2::plc_identifier> variables;
-        for (std::size_t i = 0; i < plant::size; ++i) {
+        for (std::size_t i = 0; i < quantities; ++i) {
             variables.emplace_back(name_of_quantity(i));
             places_.emplace(variables.back(), i);
         }
@@ -236,8 +227,8 @@ private:
         auto const begin = time_.passed();
         auto const expected = prepare();
         plant_.advance_to(begin);
-        std::array<std::uint32_t, plant::size> oldest{};
-        for (std::size_t i = 0; i < plant::size; ++i) oldest[i] = plant_.value(i);
+        std::array<std::uint32_t, quantities> oldest{};
+        for (std::size_t i = 0; i < quantities; ++i) oldest[i] = plant_.value(i);
 
         v2::read_result changes;
         v2::io_error error(v2::io_errc::todo); // must be cleared
@@ -248,7 +239,7 @@ private:
         count(expected, time_.passed() - begin);
         remember(expected, begin);
         auto const before = known_;
-        std::array<bool, plant::size> told{};
+        std::array<bool, quantities> told{};
         for (auto const& entry : changes) {
             auto const place = places_.find(entry.identifier());
             if (place == places_.end() || std::exchange(told[place->second], true)) {
@@ -257,7 +248,7 @@ private:
                 take(place->second, entry, begin);
             }
         }
-        for (std::size_t i = 0; i < plant::size; ++i) {
+        for (std::size_t i = 0; i < quantities; ++i) {
             judge(i, expected.errors[i / half], before[i], told[i], oldest[i]);
         }
     }
@@ -382,7 +373,7 @@ private:
     modbus_backend::tcp_module const module_{backend_time_};
 
     std::unordered_map<v2::plc_identifier, std::size_t> places_;
-    std::array<known, plant::size> known_{};
+    std::array<known, quantities> known_{};
     std::vector<std::pair<duration, duration>> bad_times_;
     fault fault_ = fault::none;
     unsigned int hit_ = 0;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "fault.hpp"
-#include "findings.hpp"
 
+#include <examples/endurance/findings.hpp>
 #include <examples/endurance/growth.hpp>
 
 #include <array>

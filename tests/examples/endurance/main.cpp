@@ -1,5 +1,6 @@
-#include "restarts.hpp"
-#include "simulated_days.hpp"
+#include <linux_backend/endurance/file_days.hpp>
+#include <modbus_backend/endurance/restarts.hpp>
+#include <modbus_backend/endurance/simulated_days.hpp>
 
 #include <charconv>
 #include <chrono>
@@ -11,17 +12,19 @@
 #include <string>
 
 /// \file
-/// The long runs of the Modbus backend, with figures of what came of them.
+/// The long runs of the example backends, with figures of what came of them.
 
 namespace {
 
 using endurance::day_figures;
+using endurance::file_figures;
 using endurance::findings;
 using endurance::growth;
 using endurance::restart_figures;
 
-constexpr char const* usage = "usage: endurance restarts|hours COUNT SEED, with a COUNT from 1 to "
-                              "1000000 and any whole number as SEED\n";
+constexpr char const* usage =
+    "usage: endurance restarts|hours|files COUNT SEED, with a COUNT from 1 "
+    "to 1000000 of restarts or hours, and any whole number as SEED\n";
 
 template <class Number>
 std::optional<Number> number_in(char const* text) {
@@ -74,6 +77,20 @@ void print(day_figures const& figures) {
     std::cout << '\n';
 }
 
+void print(file_figures const& figures) {
+    std::cout << "  simulated hours: " << figures.span / std::chrono::hours(1)
+              << ", polls: " << figures.polls << '\n'
+              << "  changes: " << figures.changes << ", values delivered: " << figures.delivered
+              << ", read beside that: " << figures.read
+              << ", too brief to be seen: " << figures.brief << ", missed: " << figures.missed
+              << ", errors delivered: " << figures.faulty << '\n'
+              << "  mishaps:";
+    for (std::size_t i = 1; i < endurance::mishap_count; ++i) {
+        std::cout << ' ' << endurance::mishap_names[i] << ' ' << figures.met[i];
+    }
+    std::cout << '\n';
+}
+
 template <class Figures>
 int report(Figures const& figures, std::chrono::steady_clock::time_point begin) {
     print(figures);
@@ -88,6 +105,9 @@ int run(std::string const& what, unsigned int count, std::uint64_t seed) {
     if (what == "hours") {
         return report(endurance::watch_for(std::chrono::hours(count), seed), begin);
     }
+    if (what == "files") {
+        return report(endurance::watch_files_for(std::chrono::hours(count), seed), begin);
+    }
     return report(endurance::restart(count, seed, BACKEND_PATH), begin);
 }
 
@@ -97,8 +117,8 @@ int main(int argc, char** argv) {
     std::string const what = argc == 4 ? argv[1] : "";
     auto const count = argc == 4 ? number_in<unsigned int>(argv[2]) : std::nullopt;
     auto const seed = argc == 4 ? number_in<std::uint64_t>(argv[3]) : std::nullopt;
-    if ((what != "restarts" && what != "hours") || !count || *count == 0 || *count > 1'000'000 ||
-        !seed) {
+    bool const is_run = what == "restarts" || what == "hours" || what == "files";
+    if (!is_run || !count || *count == 0 || *count > 1'000'000 || !seed) {
         std::cerr << usage;
         return 2;
     }
