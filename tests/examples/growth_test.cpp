@@ -16,11 +16,13 @@ using endurance::growth;
 constexpr std::size_t rounds_of_a_day = 24;
 constexpr std::size_t mib = std::size_t{1} << 20;
 
+using count_by_round = std::size_t (*)(std::size_t round);
+
 /// Bytes and descriptors on top of what a round begins with, by its number from 0 on.
 struct watched_process {
     char const* name;
-    std::function<std::size_t(std::size_t)> heap;
-    std::function<std::size_t(std::size_t)> descriptors;
+    count_by_round heap;
+    count_by_round descriptors;
     bool grows_on_heap;
     bool grows_in_descriptors;
 };
@@ -37,27 +39,33 @@ growth watched_over_a_day(watched_process const& process) {
     return held;
 }
 
-std::vector<watched_process> const watched_processes{
+constexpr watched_process watched_processes[] = {
     {"steady", nothing_more, nothing_more, false, false},
-    {"warming_up", [](auto round) { return round < 4 ? round * mib : 3 * mib; },
-     [](auto round) { return round < 4 ? round : 3; }, false, false},
-    {"unsteady_by_what_the_allocator_hands_out", [](auto round) { return round % 3 * 512; },
-     nothing_more, false, false},
-    {"falling", [](auto round) { return mib - round * 1000; }, nothing_more, false, false},
-    {"leaking_in_every_round", [](auto round) { return round * mib; }, nothing_more, true, false},
-    {"leaking_little_in_every_round", [](auto round) { return round * 64; }, nothing_more, true,
-     false},
+    {"warming_up",
+     [](std::size_t round) -> std::size_t { return round < 4 ? round * mib : 3 * mib; },
+     [](std::size_t round) -> std::size_t { return round < 4 ? round : 3; }, false, false},
+    {"unsteady_by_what_the_allocator_hands_out",
+     [](std::size_t round) -> std::size_t { return round % 3 * 512; }, nothing_more, false, false},
+    {"falling", [](std::size_t round) -> std::size_t { return mib - round * 1000; }, nothing_more,
+     false, false},
+    {"leaking_in_every_round", [](std::size_t round) -> std::size_t { return round * mib; },
+     nothing_more, true, false},
+    {"leaking_little_in_every_round", [](std::size_t round) -> std::size_t { return round * 64; },
+     nothing_more, true, false},
     {"leaking_in_all_rounds_but_one",
-     [](auto round) { return (round < 12 ? round : round - 1) * mib; }, nothing_more, true, false},
-    {"leaking_in_every_other_round", [](auto round) { return round / 2 * 128; }, nothing_more, true,
+     [](std::size_t round) -> std::size_t { return (round < 12 ? round : round - 1) * mib; },
+     nothing_more, true, false},
+    {"leaking_in_every_other_round",
+     [](std::size_t round) -> std::size_t { return round / 2 * 128; }, nothing_more, true, false},
+    {"leaking_once", [](std::size_t round) -> std::size_t { return round < 15 ? 0 : 2000; },
+     nothing_more, true, false},
+    {"leaking_in_the_last_round",
+     [](std::size_t round) -> std::size_t { return round < 23 ? 0 : 2000; }, nothing_more, true,
      false},
-    {"leaking_once", [](auto round) { return round < 15 ? 0 : 2000; }, nothing_more, true, false},
-    {"leaking_in_the_last_round", [](auto round) { return round < 23 ? 0 : 2000; }, nothing_more,
-     true, false},
     {"leaking_a_descriptor_in_the_last_round", nothing_more,
-     [](auto round) { return round < 23 ? 0 : 1; }, false, true},
+     [](std::size_t round) -> std::size_t { return round < 23 ? 0 : 1; }, false, true},
     {"holding_a_descriptor_for_a_round", nothing_more,
-     [](auto round) { return round == 12 ? 1 : 0; }, false, true},
+     [](std::size_t round) -> std::size_t { return round == 12 ? 1 : 0; }, false, true},
 };
 
 class growth_of : public ::testing::TestWithParam<watched_process> {};
