@@ -179,13 +179,12 @@ std::string block_text(std::string const& number) {
     return "  11 22 " + number + " 44 55 66 77 88 99 1500 111 0 0 0 0 0 0\n";
 }
 
+constexpr unsigned long long sector = 512;
+
 members block_contents(std::uint32_t number) {
-    return {{"size", u64(1000 * 512)},
-            {"reads", u64(11)},
-            {"read_bytes", u64(number * 512ULL)},
-            {"writes", u64(55)},
-            {"written_bytes", u64(77 * 512)},
-            {"busy", 1.5}};
+    return {{"size", u64(1000 * sector)},         {"reads", u64(11)},
+            {"read_bytes", u64(number * sector)}, {"writes", u64(55)},
+            {"written_bytes", u64(77 * sector)},  {"busy", 1.5}};
 }
 
 cut_list block_cuts(std::string const& text) {
