@@ -11,7 +11,6 @@
 
 namespace {
 
-using endurance::fault;
 using endurance::watch_for;
 using findings_in_words = std::vector<std::string>;
 

@@ -93,6 +93,7 @@ private:
     bool write_all() {
         ++number_;
         std::vector<v2::io_value> values;
+        values.reserve(variables_.size());
         for (auto const which : all_panel_variables) values.push_back(value_of(which, number_));
         v2::write_result result(variables_);
         v2::io_error error;
