@@ -45,7 +45,7 @@ example::backend* linux_module::open(v2::config::store const& values,
             return;
         }
         try {
-            opened = std::make_unique<machine>(read_settings(values), host).release();
+            opened = std::make_unique<machine>(read_settings(values), host, time_).release();
         } catch (registration_failure const& failure) {
             problem = "the host does not take the structure '" + failure.name() + "'";
             error = failure.error();

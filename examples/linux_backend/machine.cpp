@@ -70,8 +70,8 @@ backend_support::name_tree tree_of(std::vector<variable const*> const& variables
 
 } // namespace
 
-machine::machine(settings given, v2::backend_query host)
-    : given_(std::move(given)), host_(host), structures_(host) {
+machine::machine(settings given, v2::backend_query host, backend_support::clock const& time)
+    : given_(std::move(given)), host_(host), time_(time), structures_(host) {
     host_.log(v2::log_severity_level::information,
               "linux: opened, on " + given_.proc + " and " + given_.sys);
 }
@@ -87,14 +87,18 @@ void machine::browse(v2::plc_identifier const& folder,
                      v2::browse_result& result,
                      v2::io_error& error) noexcept {
     backend_support::guarded(error, [&] {
-        snapshot files(given_.proc, given_.sys);
+        snapshot files = look();
         catalogue variables(files, structures_);
         if (!tree_of(variables.all()).children(folder, result)) error = v2::io_errc::not_found;
     });
 }
 
+snapshot machine::look() const {
+    return {given_.proc, given_.sys, time_.now()};
+}
+
 void machine::read_all(v2::read_result& result) const {
-    snapshot files(given_.proc, given_.sys);
+    snapshot files = look();
     catalogue variables(files, structures_);
     for (auto& entry : result) {
         auto const& identifier = entry.identifier();
@@ -120,7 +124,7 @@ void machine::write(v2::utility::data_view<v2::io_value const>,
                     v2::write_result& result,
                     v2::io_error& error) noexcept {
     backend_support::guarded(error, [&] {
-        snapshot files(given_.proc, given_.sys);
+        snapshot files = look();
         catalogue variables(files, structures_);
         for (auto& entry : result) {
             auto const& identifier = entry.identifier();
@@ -139,7 +143,7 @@ void machine::subscribe(v2::utility::data_view<v2::plc_identifier const> variabl
                         v2::subscription_result& result,
                         v2::io_error& error) noexcept {
     backend_support::guarded(error, [&] {
-        snapshot files(given_.proc, given_.sys);
+        snapshot files = look();
         catalogue known(files, structures_);
         auto const look_up = [&](v2::plc_identifier const& identifier) {
             return subscribable_at(known, identifier, structures_);

@@ -5,6 +5,7 @@
 #include "structures.hpp"
 
 #include <backend_module.hpp>
+#include <backend_support/clock.hpp>
 #include <backend_support/subscription_list.hpp>
 
 #include <string_view>
@@ -18,9 +19,11 @@ namespace linux_backend {
 /// that: `receive.bytes`. Elements of arrays have no names.
 class machine final : public example::backend {
 public:
-    /// Registers the structures and writes to the log. \throws registration_failure, and what the
-    /// host throws
-    machine(settings given, tavi::ioapi::v2::backend_query host);
+    /// Registers the structures and writes to the log. \param time  lives longer
+    /// \throws registration_failure, and what the host throws
+    machine(settings given,
+            tavi::ioapi::v2::backend_query host,
+            backend_support::clock const& time);
 
     void release() noexcept override;
     void browse(tavi::ioapi::v2::plc_identifier const& folder,
@@ -43,10 +46,12 @@ public:
                      tavi::ioapi::v2::io_error& error) noexcept override;
 
 private:
+    [[nodiscard]] snapshot look() const;
     void read_all(tavi::ioapi::v2::read_result& result) const;
 
     settings given_;
     tavi::ioapi::v2::backend_query host_;
+    backend_support::clock const& time_;
     structures structures_;
     backend_support::subscription_list subscriptions_;
 };

@@ -64,8 +64,8 @@ std::string read_file(std::string const& path) {
 
 } // namespace
 
-snapshot::snapshot(std::string proc, std::string sys)
-    : proc_(std::move(proc)), sys_(std::move(sys)), time_(tavi::ioapi::v2::io_timestamp::now()) {}
+snapshot::snapshot(std::string proc, std::string sys, tavi::ioapi::v2::io_timestamp time)
+    : proc_(std::move(proc)), sys_(std::move(sys)), time_(time) {}
 
 file_text const& snapshot::proc(std::string const& name) {
     return read_once(proc_ + '/' + name);

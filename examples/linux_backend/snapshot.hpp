@@ -20,8 +20,8 @@ struct file_text {
 /// belongs together.
 class snapshot {
 public:
-    /// \param proc, sys  the folders below which files are looked for
-    snapshot(std::string proc, std::string sys);
+    /// \param proc, sys  the folders below which files are looked for \param time  when it begins
+    snapshot(std::string proc, std::string sys, tavi::ioapi::v2::io_timestamp time);
 
     /// When this began.
     [[nodiscard]] tavi::ioapi::v2::io_timestamp time() const noexcept { return time_; }

@@ -16,7 +16,7 @@ using linux_backend::linux_errc;
 using linux_backend::snapshot;
 
 snapshot look_at(linux_test::made_up_machine const& machine) {
-    return {machine.proc(), machine.sys()};
+    return {machine.proc(), machine.sys(), tavi::ioapi::v2::io_timestamp::now()};
 }
 
 template <class Work>

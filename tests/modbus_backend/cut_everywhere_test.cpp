@@ -8,7 +8,7 @@
 #include <tuple>
 #include <vector>
 
-// The connection is cut behind every single byte of one exchange: of a read, of each kind of write,
+// The connection is cut behind every single byte of one exchange: of each kind of read and write,
 // and of the poll of a subscription. First the request is cut on its way to the controller, then
 // the answer on its way back.
 
@@ -27,9 +27,6 @@ struct cut_sizes {
 
     [[nodiscard]] unsigned int all() const { return request + answer; }
 };
-
-/// Head of a frame, unit and function; then address and count, or a count of bytes and contents.
-constexpr cut_sizes cut_read_sizes{8 + 4, 8 + 1 + 4 * 2};
 
 constexpr char const* cut_error = "modbus:257 connection lost";
 
@@ -64,51 +61,92 @@ protected:
     }
 };
 
-class cut_read : public cut_test, public ::testing::WithParamInterface<char const*> {
-protected:
-    static void expect_all(example::backend& backend) {
-        auto const result = read(backend, {"several"});
-        ASSERT_EQ(summary(result[0].error()), "ok");
-        EXPECT_EQ(result[0].value().value().as<std::vector<int>>(),
-                  (std::vector<int>{60, 61, 62, 63}));
-    }
-
-    static void expect_lost(example::backend& backend) {
-        auto const result = read(backend, {"several"});
-        ASSERT_EQ(summary(result[0].error()), cut_error);
-        EXPECT_EQ(detail_of(result[0].error(), "variable"), v2::io_value("several"));
-        EXPECT_EQ(detail_of(result[0].error(), "address"), v2::io_value(60U));
-    }
-};
-
-TEST_P(cut_read, behind_any_byte_fails_one_read_at_once_and_leaks_nothing) {
-    test_support::server_process const proxy = proxy_with(GetParam());
-    auto const opened = open_through(proxy);
-    expect_all(*opened);
-    auto const connected = open_descriptors();
-    auto const before = cut_clock::now();
-    for (unsigned int passed = 0; passed < cut_read_sizes.all(); ++passed) {
-        SCOPED_TRACE(::testing::Message() << "cut behind " << passed << " bytes");
-        ASSERT_NO_FATAL_FAILURE(expect_lost(*opened));
-        ASSERT_EQ(open_descriptors(), connected - 1);
-        ASSERT_NO_FATAL_FAILURE(expect_all(*opened));
-        ASSERT_EQ(open_descriptors(), connected);
-    }
-    expect_no_waiting(before, cut_read_sizes);
-    expect_each_logged(opened, cut_read_sizes);
-}
-
-INSTANTIATE_TEST_SUITE_P(all,
-                         cut_read,
-                         ::testing::Values("cut-everywhere", "reset-everywhere"),
-                         [](auto const& tested) { return cut_name(tested.param); });
-
 template <class Element, class Function>
 v2::utility::array<Element> cut_list(unsigned int size, Function element) {
     v2::utility::array<Element> list(size);
     for (unsigned int i = 0; i < size; ++i) list[i] = static_cast<Element>(element(i));
     return list;
 }
+
+/// A variable that is read with one exchange, of a kind that has a function of its own.
+struct cut_source {
+    char const* variable;
+    unsigned int first; ///< address
+    cut_sizes sizes;
+    v2::io_value (*contents)(); ///< gives what the controller shows there
+};
+
+v2::io_value shown_holdings() {
+    return cut_list<unsigned short>(4, [](auto i) { return 60 + i; });
+}
+
+v2::io_value shown_inputs() {
+    constexpr unsigned short contents[] = {4321, 65534, 0, 0};
+    return cut_list<unsigned short>(4, [&](auto i) { return contents[i]; });
+}
+
+v2::io_value shown_coils() {
+    return cut_list<bool>(10, [](auto i) { return i % 3 == 0; });
+}
+
+v2::io_value shown_discretes() {
+    return cut_list<bool>(10, [](auto i) { return i % 2 == 1; });
+}
+
+/// Of a frame the head, unit and function; then address and count, or a count of bytes and
+/// contents.
+constexpr cut_source cut_sources[] = {
+    {"several", 60, {8 + 4, 8 + 1 + 4 * 2}, shown_holdings},
+    {"shown", 0, {8 + 4, 8 + 1 + 4 * 2}, shown_inputs},
+    {"lamps", 0, {8 + 4, 8 + 1 + 2}, shown_coils},
+    {"contacts", 0, {8 + 4, 8 + 1 + 2}, shown_discretes},
+};
+
+class cut_read : public cut_test,
+                 public ::testing::WithParamInterface<std::tuple<char const*, cut_source>> {
+protected:
+    [[nodiscard]] static cut_source const& source() { return std::get<1>(GetParam()); }
+
+    static void expect_all(example::backend& backend) {
+        auto const result = read(backend, {source().variable});
+        ASSERT_EQ(summary(result[0].error()), "ok");
+        auto const& seen = result[0].value().value();
+        EXPECT_TRUE(identical(seen, source().contents())) << seen;
+    }
+
+    static void expect_lost(example::backend& backend) {
+        auto const result = read(backend, {source().variable});
+        ASSERT_EQ(summary(result[0].error()), cut_error);
+        EXPECT_EQ(detail_of(result[0].error(), "variable"), v2::io_value(source().variable));
+        EXPECT_EQ(detail_of(result[0].error(), "address"), v2::io_value(source().first));
+    }
+};
+
+TEST_P(cut_read, behind_any_byte_fails_one_read_at_once_and_leaks_nothing) {
+    test_support::server_process const proxy = proxy_with(std::get<0>(GetParam()));
+    auto const opened = open_through(proxy);
+    expect_all(*opened);
+    auto const connected = open_descriptors();
+    auto const before = cut_clock::now();
+    for (unsigned int passed = 0; passed < source().sizes.all(); ++passed) {
+        SCOPED_TRACE(::testing::Message() << "cut behind " << passed << " bytes");
+        ASSERT_NO_FATAL_FAILURE(expect_lost(*opened));
+        ASSERT_EQ(open_descriptors(), connected - 1);
+        ASSERT_NO_FATAL_FAILURE(expect_all(*opened));
+        ASSERT_EQ(open_descriptors(), connected);
+    }
+    expect_no_waiting(before, source().sizes);
+    expect_each_logged(opened, source().sizes);
+}
+
+INSTANTIATE_TEST_SUITE_P(all,
+                         cut_read,
+                         ::testing::Combine(::testing::Values("cut-everywhere", "reset-everywhere"),
+                                            ::testing::ValuesIn(cut_sources)),
+                         [](auto const& tested) {
+                             return cut_name(std::get<0>(tested.param)) + "_of_" +
+                                    std::get<1>(tested.param).variable;
+                         });
 
 /// A variable that is written with one exchange.
 struct cut_target {

@@ -11,7 +11,6 @@
 
 namespace {
 
-using endurance::fault;
 using endurance::watch_for;
 using findings_in_words = std::vector<std::string>;
 
@@ -24,7 +23,7 @@ TEST(restarted_controller, has_all_that_was_told_to_be_written_and_its_host_gets
     EXPECT_GE(figures.failed, 10U * 4U);
     EXPECT_GE(figures.delivered, 10U * 4U);
     EXPECT_FALSE(figures.held.of_descriptors());
-    EXPECT_EQ(figures.held.of_heap(), 0U);
+    EXPECT_FALSE(figures.held.of_heap()) << figures.held.bytes();
 }
 
 class simulated_minutes : public ::testing::TestWithParam<unsigned int> {};
@@ -34,9 +33,11 @@ TEST_P(simulated_minutes, deliver_every_change_that_stands_and_keep_the_interval
     EXPECT_EQ(figures.wrong.words(), findings_in_words());
     EXPECT_EQ(figures.missed, 0U);
     EXPECT_EQ(figures.requests, figures.requests_due);
+    EXPECT_EQ(figures.connections, figures.connections_due);
+    for (auto const count : figures.met) EXPECT_GE(count, 1U);
     EXPECT_GT(figures.delivered, 0U);
     EXPECT_FALSE(figures.held.of_descriptors());
-    EXPECT_EQ(figures.held.of_heap(), 0U);
+    EXPECT_FALSE(figures.held.of_heap()) << figures.held.bytes();
 }
 
 INSTANTIATE_TEST_SUITE_P(by_seed, simulated_minutes, ::testing::Range(1U, 3U));

@@ -86,10 +86,11 @@ run_helgrind() {
 
 # run_endurance SEED: one run after the other, for both count descriptors and memory.
 run_endurance() {
-  local verdict=passed endurance=build/debug/tests/modbus_backend/endurance/endurance
+  local verdict=passed endurance=build/debug/tests/examples/endurance/endurance
   build debug endurance >/dev/null
   "$endurance" restarts 1000 "$1" || verdict=FAILED
   "$endurance" hours 24 "$1" || verdict=FAILED
+  "$endurance" files 24 "$1" || verdict=FAILED
   echo "dev: endurance $verdict"
   [[ $verdict == passed ]]
 }

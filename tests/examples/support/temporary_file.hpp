@@ -20,7 +20,7 @@ public:
     }
     temporary_file(temporary_file const&) = delete;
     temporary_file& operator=(temporary_file const&) = delete;
-    ~temporary_file() { std::remove(path_.c_str()); }
+    ~temporary_file() { static_cast<void>(std::remove(path_.c_str())); }
 
     [[nodiscard]] std::string const& path() const noexcept { return path_; }
 

@@ -3,6 +3,7 @@
 #include "panel_variable.hpp"
 #include "sockets.hpp"
 
+#include <examples/endurance/opened.hpp>
 #include <examples/support/opened_module.hpp>
 #include <examples/support/running_station.hpp>
 #include <examples/support/temporary_file.hpp>
@@ -14,7 +15,6 @@
 #include <memory>
 #include <optional>
 #include <random>
-#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
@@ -50,7 +50,7 @@ public:
           reserved_(reserved_port(port_)),
           module_(module),
           station_(start()),
-          backend_(opened()) {
+          backend_(opened(*module_, settings(), host_)) {
         for (auto const which : all_panel_variables) variables_.emplace_back(name_of(which));
     }
 
@@ -72,11 +72,6 @@ public:
     }
 
 private:
-    struct release {
-        void operator()(example::backend* opened) const noexcept { opened->release(); }
-    };
-    using backend_ptr = std::unique_ptr<example::backend, release>;
-
     void wrong(std::string const& what) {
         figures_.wrong.add("restart " + std::to_string(figures_.restarts) + ": " + what);
     }
@@ -85,23 +80,20 @@ private:
         return std::make_unique<test_support::running_station>(port_, memory_.path());
     }
 
-    backend_ptr opened() {
+    [[nodiscard]] v2::config::store settings() const {
         v2::config::store values;
         values.set("map", map_.path());
         values.set("host", "127.0.0.1");
         values.set("port", static_cast<int>(port_));
         values.set("timeout_ms", patience_ms);
-        v2::utility::string problem;
-        v2::io_error error;
-        backend_ptr made(module_->open(values, v2::backend_query(host_), problem, error));
-        if (made == nullptr) throw std::runtime_error(problem.str());
-        return made;
+        return values;
     }
 
     /// The next number to all variables. \return whether all of it succeeded
     bool write_all() {
         ++number_;
         std::vector<v2::io_value> values;
+        values.reserve(variables_.size());
         for (auto const which : all_panel_variables) values.push_back(value_of(which, number_));
         v2::write_result result(variables_);
         v2::io_error error;

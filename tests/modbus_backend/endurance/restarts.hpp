@@ -1,7 +1,7 @@
 #pragma once
 
-#include "findings.hpp"
-#include "growth.hpp"
+#include <examples/endurance/findings.hpp>
+#include <examples/endurance/growth.hpp>
 
 #include <cstdint>
 

@@ -155,8 +155,8 @@ simulated_controller::bytes simulated_controller::good_answer(bytes const& reque
     bytes answer(request.begin(), request.begin() + function_place + 1);
     answer.push_back(static_cast<std::uint8_t>(2 * count));
     for (unsigned int place = first; place < first + count; ++place) {
-        std::size_t const index = place / 2 + (is_input ? plant::size / 2 : 0);
-        auto const value = plant_.value(index % plant::size);
+        std::size_t const index = place / 2 + (is_input ? plant_.size() / 2 : 0);
+        auto const value = plant_.value(index % plant_.size());
         unsigned int const word = place % 2 == 0 ? value >> 16 : value & 0xFFFFU;
         answer.push_back(static_cast<std::uint8_t>(word >> 8));
         answer.push_back(static_cast<std::uint8_t>(word & 0xFFU));
@@ -194,10 +194,10 @@ void simulated_controller::plan(bytes answer) {
     };
     switch (heard_in_poll_ == hit_ ? fault_ : fault::none) {
     case fault::slow:
-        pause(100ms, 2000ms);
+        pause(slow_pause, 2000ms);
         then(answer);
         break;
-    case fault::trickle: then_each(answer, 10ms); break;
+    case fault::trickle: then_each(answer, trickle_pause); break;
     case fault::late:
         pause(2600ms, 5000ms);
         then(answer);

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "fault.hpp"
-#include "plant.hpp"
-#include "simulated_time.hpp"
 
 #include <controller/descriptor.hpp>
+#include <examples/endurance/plant.hpp>
+#include <examples/endurance/simulated_time.hpp>
 #include <sys/select.h>
 #include <sys/time.h>
 
@@ -30,6 +30,12 @@ namespace endurance {
 class simulated_controller {
 public:
     using duration = simulated_time::duration;
+
+    /// How long the bytes of a `fault::trickle` are apart, and a `fault::slow` takes at least.
+    /// \{
+    static constexpr duration trickle_pause = std::chrono::milliseconds(10);
+    static constexpr duration slow_pause = std::chrono::milliseconds(100);
+    /// \}
 
     simulated_controller(simulated_time& time, plant& shown, std::uint64_t seed);
     simulated_controller(simulated_controller const&) = delete;

@@ -2,19 +2,18 @@
 
 #include <tavi/ioapi/v2/io_value.hpp>
 
-#include "plant.hpp"
 #include "simulated_controller.hpp"
-#include "simulated_time.hpp"
 
+#include <examples/endurance/opened.hpp>
+#include <examples/endurance/plant.hpp>
+#include <examples/endurance/simulated_time.hpp>
 #include <examples/support/temporary_file.hpp>
 #include <iohost/host_services.hpp>
 #include <iohost/polling.hpp>
 #include <modbus_backend/tcp_module.hpp>
 
-#include <memory>
 #include <optional>
 #include <random>
-#include <stdexcept>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -35,11 +34,22 @@ constexpr duration timeout = std::chrono::milliseconds(timeout_ms);
 
 /// Of a poll that is not held up.
 constexpr duration most_of_a_good_poll = 20ms;
-/// Of one that is, and good all the same.
+/// Of one with an answer that is slow, and good all the same.
 constexpr duration most_of_a_slow_poll = 2100ms;
 
+/// How long it is remembered when changes may be lost, which none of them takes to come.
+constexpr duration remembered = 1h;
+
 constexpr unsigned int requests_of_a_poll = 2;
-constexpr std::size_t half = plant::size / 2;
+constexpr std::size_t quantities = 24;
+constexpr std::size_t half = quantities / 2;
+
+/// Of one that comes byte by byte: head, unit, function and count, and two registers for each.
+constexpr duration least_of_a_trickle =
+    static_cast<int>(9 + 4 * half) * simulated_controller::trickle_pause;
+
+/// Between two faults that have their turn, so that each begins with a line that works.
+constexpr unsigned int polls_of_a_turn = 8;
 
 std::string name_of_quantity(std::size_t index) {
     return "quantity" + std::to_string(index);
@@ -47,17 +57,12 @@ std::string name_of_quantity(std::size_t index) {
 
 std::string map_of_quantities() {
     std::string map;
-    for (std::size_t i = 0; i < plant::size; ++i) {
+    for (std::size_t i = 0; i < quantities; ++i) {
         map += name_of_quantity(i) + (i < half ? " holding " : " input ") +
                std::to_string(i % half * 2) + " u32\n";
     }
     return map;
 }
-
-struct release_watched {
-    void operator()(example::backend* opened) const noexcept { opened->release(); }
-};
-using watched_backend = std::unique_ptr<example::backend, release_watched>;
 
 /// What the host was told last of one quantity.
 struct known {
@@ -70,6 +75,7 @@ struct known {
 struct outlook {
     std::array<int, requests_of_a_poll> errors{}; ///< of the variables of each request, 0: values
     unsigned int requests = 0;                    ///< that are heard
+    unsigned int connections = 0;                 ///< that are taken
     duration shortest{0};
     duration longest = most_of_a_good_poll;
 };
@@ -77,12 +83,14 @@ struct outlook {
 class watching {
 public:
     watching(std::chrono::seconds span, std::uint64_t seed)
-        : chance_(seed), plant_(seed + 1), controller_(time_, plant_, seed + 2) {
+        : chance_(seed), plant_(quantities, seed + 1), controller_(time_, plant_, seed + 2) {
         figures_.span = span;
+        // As many as there are polls in it, so that the memory of a run does not grow by them.
+        bad_times_.reserve(remembered / interval);
     }
 
     day_figures run() {
-        auto const backend = opened();
+        auto const backend = opened(module_, settings(), host_);
         subscribe(*backend);
         host_time clock(time_);
         auto const begin = clock.now();
@@ -102,23 +110,19 @@ private:
         figures_.wrong.add("at " + std::to_string(time_.passed() / 1ms) + " ms: " + what);
     }
 
-    watched_backend opened() {
+    [[nodiscard]] v2::config::store settings() const {
         v2::config::store values;
         values.set("map", map_.path());
         values.set("host", "127.0.0.1");
         values.set("port", static_cast<int>(controller_.port()));
         values.set("timeout_ms", timeout_ms);
         values.set("poll_interval_ms", interval_ms);
-        v2::utility::string problem;
-        v2::io_error error;
-        watched_backend made(module_.open(values, v2::backend_query(host_), problem, error));
-        if (made == nullptr) throw std::runtime_error(problem.str());
-        return made;
+        return values;
     }
 
     void subscribe(example::backend& backend) {
         std::vector<v2::plc_identifier> variables;
-        for (std::size_t i = 0; i < plant::size; ++i) {
+        for (std::size_t i = 0; i < quantities; ++i) {
             variables.emplace_back(name_of_quantity(i));
             places_.emplace(variables.back(), i);
         }
@@ -142,6 +146,10 @@ private:
 
     fault any_fault() {
         if (figures_.polls == 0 || leaves_answer_) return fault::none;
+        if (in_turn_ < fault_count) {
+            bool const is_due = figures_.polls % polls_of_a_turn == 0;
+            return is_due ? static_cast<fault>(in_turn_++) : fault::none;
+        }
         auto place = std::uniform_int_distribution<unsigned int>(0, 9999)(chance_);
         for (std::size_t i = 0; i < fault_count; ++i) {
             if (place < fault_rules[i].share) return static_cast<fault>(i);
@@ -165,11 +173,14 @@ private:
         hit_ = std::uniform_int_distribution<unsigned int>(0, 1)(chance_);
         if (rule_of(fault_).is_of_last) hit_ = requests_of_a_poll - 1;
         controller_.expect_poll(fault_, hit_);
-        leaves_answer_ = fault_ == fault::doubled;
+        bool const is_left_alone = !std::exchange(leaves_answer_, fault_ == fault::doubled);
         if (fault_ == fault::hang_up) controller_.hang_up();
         if (fault_ == fault::refusing || fault_ == fault::unplugged) return outlook_of_outage();
+        bool const stays = is_connected_ && is_left_alone && fault_ != fault::hang_up;
         is_connected_ = true;
-        return outlook_of_exchanges();
+        auto expected = outlook_of_exchanges();
+        if (!stays || figures_.polls == 0) expected.connections = 1;
+        return expected;
     }
 
     outlook outlook_of_outage() {
@@ -202,8 +213,12 @@ private:
         if (rule.takes_timeout) {
             expected.shortest = timeout;
             expected.longest = timeout + most_of_a_good_poll;
-        } else if (rule.error == 0 && fault_ != fault::none) {
+        } else if (fault_ == fault::slow) {
+            expected.shortest = simulated_controller::slow_pause;
             expected.longest = most_of_a_slow_poll;
+        } else if (fault_ == fault::trickle) {
+            expected.shortest = least_of_a_trickle;
+            expected.longest = least_of_a_trickle + most_of_a_good_poll;
         }
         return expected;
     }
@@ -212,8 +227,8 @@ private:
         auto const begin = time_.passed();
         auto const expected = prepare();
         plant_.advance_to(begin);
-        std::array<std::uint32_t, plant::size> oldest{};
-        for (std::size_t i = 0; i < plant::size; ++i) oldest[i] = plant_.value(i);
+        std::array<std::uint32_t, quantities> oldest{};
+        for (std::size_t i = 0; i < quantities; ++i) oldest[i] = plant_.value(i);
 
         v2::read_result changes;
         v2::io_error error(v2::io_errc::todo); // must be cleared
@@ -224,7 +239,7 @@ private:
         count(expected, time_.passed() - begin);
         remember(expected, begin);
         auto const before = known_;
-        std::array<bool, plant::size> told{};
+        std::array<bool, quantities> told{};
         for (auto const& entry : changes) {
             auto const place = places_.find(entry.identifier());
             if (place == places_.end() || std::exchange(told[place->second], true)) {
@@ -233,7 +248,7 @@ private:
                 take(place->second, entry, begin);
             }
         }
-        for (std::size_t i = 0; i < plant::size; ++i) {
+        for (std::size_t i = 0; i < quantities; ++i) {
             judge(i, expected.errors[i / half], before[i], told[i], oldest[i]);
         }
     }
@@ -242,17 +257,21 @@ private:
         ++figures_.polls;
         ++figures_.met[static_cast<std::size_t>(fault_)];
         figures_.requests_due += expected.requests;
+        figures_.connections_due += expected.connections;
         overtime_ += std::exchange(overtime_of_last_, std::max(taken, interval) - interval);
         if (taken < expected.shortest || taken > expected.longest) {
             wrong(std::string("a poll with ") + rule_of(fault_).name + " takes " +
                   std::to_string(taken / 1ms) + " ms");
         }
-        if (controller_.requests() != figures_.requests_due) {
-            wrong(std::string("with ") + rule_of(fault_).name + " the controller has heard " +
-                  std::to_string(controller_.requests()) + " requests in place of " +
-                  std::to_string(figures_.requests_due));
-            figures_.requests_due = controller_.requests();
-        }
+        compare("requests", controller_.requests(), figures_.requests_due);
+        compare("connections", controller_.connections(), figures_.connections_due);
+    }
+
+    void compare(char const* what, unsigned long long met, unsigned long long& due) {
+        if (met == due) return;
+        wrong(std::string("with ") + rule_of(fault_).name + " the controller has met " +
+              std::to_string(met) + ' ' + what + " in place of " + std::to_string(due));
+        due = met;
     }
 
     void take(std::size_t index, v2::read_result::result_type const& entry, duration begin) {
@@ -318,7 +337,7 @@ private:
     /// Those times that changes may be lost in.
     void remember(outlook const& expected, duration begin) {
         auto const now = time_.passed();
-        std::erase_if(bad_times_, [&](auto const& time) { return time.second + 1h < now; });
+        std::erase_if(bad_times_, [&](auto const& time) { return time.second + remembered < now; });
         bool const is_good = expected.errors == decltype(expected.errors){};
         if (is_good && now - begin <= most_of_a_good_poll) return;
         // The next poll comes at once, or at its time.
@@ -327,7 +346,11 @@ private:
 
     void finish() {
         figures_.requests = controller_.requests();
+        figures_.connections = controller_.connections();
         figures_.changes = plant_.changes();
+        for (std::size_t i = 0; i < fault_count; ++i) {
+            if (figures_.met[i] == 0) wrong(std::string(fault_rules[i].name) + " does not occur");
+        }
         if (!controller_.problem().empty()) wrong(controller_.problem());
         // One poll for each interval, but for the time that slow ones took beyond theirs. The last
         // one begins before the end, and another would not.
@@ -350,15 +373,16 @@ private:
     modbus_backend::tcp_module const module_{backend_time_};
 
     std::unordered_map<v2::plc_identifier, std::size_t> places_;
-    std::array<known, plant::size> known_{};
+    std::array<known, quantities> known_{};
     std::vector<std::pair<duration, duration>> bad_times_;
     fault fault_ = fault::none;
     unsigned int hit_ = 0;
+    std::size_t in_turn_ = 1; ///< behind `fault::none`
     fault line_fault_ = fault::none;
     std::optional<duration> line_is_down_until_;
     bool is_connected_ = true;
-    bool leaves_answer_ = false;
-    duration overtime_{0}; ///< of all polls but the last
+    bool leaves_answer_ = false; ///< that the next poll finds, and so begins with a connection
+    duration overtime_{0};       ///< of all polls but the last
     duration overtime_of_last_{0};
     duration next_look_{0};
     day_figures figures_;

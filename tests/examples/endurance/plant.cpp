@@ -5,19 +5,34 @@
 
 namespace endurance {
 
-plant::plant(std::uint64_t seed) : chance_(seed) {
-    for (std::size_t i = 0; i < size; ++i) quantities_[i].next = pause(i);
+namespace {
+
+// Beyond what comes in the longest outages, so that the memory of a run does not grow with them.
+constexpr std::size_t most_untaken = 1024;
+
+// Times from one change to the next, in s.
+constexpr double shortest_mean = 0.4;
+constexpr double longest_mean = 70;
+
+} // namespace
+
+plant::plant(std::size_t size, std::uint64_t seed) : chance_(seed), quantities_(size) {
+    for (std::size_t i = 0; i < size; ++i) {
+        quantities_[i].next = pause(i);
+        quantities_[i].begins.reserve(most_untaken);
+    }
 }
 
 plant::duration plant::pause(std::size_t index) {
-    double const mean = 0.4 * std::pow(1.25, static_cast<double>(index));
+    double const place = static_cast<double>(index) / static_cast<double>(size() - 1);
+    double const mean = shortest_mean * std::pow(longest_mean / shortest_mean, place);
     std::exponential_distribution<double> seconds(1 / mean);
     auto const exact = std::chrono::duration<double>(seconds(chance_));
     return std::max(duration(1), std::chrono::duration_cast<duration>(exact));
 }
 
 void plant::advance_to(duration moment) {
-    for (std::size_t i = 0; i < size; ++i) {
+    for (std::size_t i = 0; i < size(); ++i) {
         auto& changing = quantities_[i];
         while (changing.next <= moment) {
             ++changing.value;

@@ -1,5 +1,6 @@
-#include "restarts.hpp"
-#include "simulated_days.hpp"
+#include <linux_backend/endurance/file_days.hpp>
+#include <modbus_backend/endurance/restarts.hpp>
+#include <modbus_backend/endurance/simulated_days.hpp>
 
 #include <charconv>
 #include <chrono>
@@ -11,17 +12,19 @@
 #include <string>
 
 /// \file
-/// The long runs of the Modbus backend, with figures of what came of them.
+/// The long runs of the example backends, with figures of what came of them.
 
 namespace {
 
 using endurance::day_figures;
+using endurance::file_figures;
 using endurance::findings;
 using endurance::growth;
 using endurance::restart_figures;
 
-constexpr char const* usage = "usage: endurance restarts|hours COUNT SEED, with a COUNT from 1 to "
-                              "1000000 and any whole number as SEED\n";
+constexpr char const* usage =
+    "usage: endurance restarts|hours|files COUNT SEED, with a COUNT from 1 "
+    "to 1000000 of restarts or hours, and any whole number as SEED\n";
 
 template <class Number>
 std::optional<Number> number_in(char const* text) {
@@ -37,14 +40,15 @@ void print(growth const& held) {
               << held.last().descriptors << " at the end\n"
               << "  threads: " << held.first().threads << ", " << held.last().threads << '\n'
               << "  bytes on the heap: " << held.first().heap << ", " << held.last().heap
-              << "; that came with every round: " << held.of_heap() << '\n';
+              << "; more at the end: " << held.bytes() << ", allowed: " << growth::most_heap
+              << '\n';
 }
 
 /// \return whether nothing is wrong
 bool print(findings const& wrong, growth const& held, std::chrono::duration<double> taken) {
     print(held);
     for (auto const& what : wrong.words()) std::cout << "  " << what << '\n';
-    bool const grows = held.of_descriptors() || held.of_heap() != 0;
+    bool const grows = held.of_descriptors() || held.of_heap();
     std::cout << "  wrong: " << wrong.count() << ", taken: " << taken.count() << " s\n";
     return wrong.count() == 0 && !grows;
 }
@@ -61,13 +65,28 @@ void print(restart_figures const& figures) {
 void print(day_figures const& figures) {
     std::cout << "  simulated hours: " << figures.span / std::chrono::hours(1)
               << ", polls: " << figures.polls << ", requests heard: " << figures.requests
-              << ", due: " << figures.requests_due << '\n'
+              << ", due: " << figures.requests_due << ", connections: " << figures.connections
+              << ", due: " << figures.connections_due << '\n'
               << "  changes: " << figures.changes << ", values delivered: " << figures.delivered
               << ", too brief to be seen: " << figures.brief << ", missed: " << figures.missed
               << ", errors delivered: " << figures.faulty << '\n'
               << "  polls with faults:";
     for (std::size_t i = 1; i < endurance::fault_count; ++i) {
         std::cout << ' ' << endurance::fault_rules[i].name << ' ' << figures.met[i];
+    }
+    std::cout << '\n';
+}
+
+void print(file_figures const& figures) {
+    std::cout << "  simulated hours: " << figures.span / std::chrono::hours(1)
+              << ", polls: " << figures.polls << '\n'
+              << "  changes: " << figures.changes << ", values delivered: " << figures.delivered
+              << ", read beside that: " << figures.read
+              << ", too brief to be seen: " << figures.brief << ", missed: " << figures.missed
+              << ", errors delivered: " << figures.faulty << '\n'
+              << "  mishaps:";
+    for (std::size_t i = 1; i < endurance::mishap_count; ++i) {
+        std::cout << ' ' << endurance::mishap_names[i] << ' ' << figures.met[i];
     }
     std::cout << '\n';
 }
@@ -86,6 +105,9 @@ int run(std::string const& what, unsigned int count, std::uint64_t seed) {
     if (what == "hours") {
         return report(endurance::watch_for(std::chrono::hours(count), seed), begin);
     }
+    if (what == "files") {
+        return report(endurance::watch_files_for(std::chrono::hours(count), seed), begin);
+    }
     return report(endurance::restart(count, seed, BACKEND_PATH), begin);
 }
 
@@ -95,8 +117,8 @@ int main(int argc, char** argv) {
     std::string const what = argc == 4 ? argv[1] : "";
     auto const count = argc == 4 ? number_in<unsigned int>(argv[2]) : std::nullopt;
     auto const seed = argc == 4 ? number_in<std::uint64_t>(argv[3]) : std::nullopt;
-    if ((what != "restarts" && what != "hours") || !count || *count == 0 || *count > 1'000'000 ||
-        !seed) {
+    bool const is_run = what == "restarts" || what == "hours" || what == "files";
+    if (!is_run || !count || *count == 0 || *count > 1'000'000 || !seed) {
         std::cerr << usage;
         return 2;
     }

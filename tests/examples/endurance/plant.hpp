@@ -2,7 +2,6 @@
 
 #include "simulated_time.hpp"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <random>
@@ -16,8 +15,6 @@ class plant {
 public:
     using duration = simulated_time::duration;
 
-    static constexpr std::size_t size = 24;
-
     /// One change of a quantity.
     struct change {
         std::uint32_t number; ///< the value since then, 1 for the first
@@ -25,7 +22,10 @@ public:
         duration end; ///< when the next one came; the longest time for the newest
     };
 
-    explicit plant(std::uint64_t seed);
+    /// \param size  how many quantities there are, at least two
+    plant(std::size_t size, std::uint64_t seed);
+
+    [[nodiscard]] std::size_t size() const noexcept { return quantities_.size(); }
 
     /// Let all changes up to a moment happen.
     void advance_to(duration moment);
@@ -48,7 +48,7 @@ private:
     [[nodiscard]] duration pause(std::size_t index);
 
     std::mt19937_64 chance_;
-    std::array<quantity, size> quantities_;
+    std::vector<quantity> quantities_;
     unsigned long long changes_ = 0;
 };
 
