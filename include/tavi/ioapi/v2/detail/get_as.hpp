@@ -47,9 +47,9 @@ namespace detail {
 ///     array for a scalar, no array for an array; `unhandled_exception` (8): exhausted memory or a
 ///     corrupt value. Of several elements that fail, the first decides.
 /// \return the converted value, or the default of `T` when `error` is set. Throws nothing.
-///     Numbers allocate nothing, but for a text of hundreds of bytes that becomes a `long double`; a
-///     text or an array takes one block, an array of texts one more for each.
-///     Safe while nobody writes to `value`.
+///     Numbers allocate nothing, but for a text of hundreds of bytes that becomes a `long double`;
+///     a text or an array takes one block, an array of texts one more for each. Safe while nobody
+///     writes to `value`.
 template <class T>
 TAVI_IOAPI_API T get_as(io_value const& value, io_error& error);
 
