@@ -45,7 +45,7 @@ io_value::io_value(io_value const& other)
     : type_(other.type_), storage_(other.storage_), index_(other.index_) {
     if (owns_payload()) [[unlikely]] {
         storage_ = {};
-        index_ = -1;
+        index_ = -1; // until there is a copy
         copy_owned(other);
     }
 }

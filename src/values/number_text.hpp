@@ -20,12 +20,12 @@ namespace tavi::ioapi::v2::detail {
 template <number T>
 inline constexpr bool parsing_takes_memory = std::is_same_v<number_t<T>, long double>;
 
-/// Where that finds no memory it says the same as of a text that is no number. Reading a `double`
-/// takes none, and tells.
-[[nodiscard]] inline bool has_no_memory_for(char const* first, char const* last) noexcept {
-    double number = 0;
-    auto const [end, failure] = std::from_chars(first, last, number);
-    return last - first > 256 && failure != std::errc::invalid_argument && end == last;
+/// \return whether a text is a number in its form, whatever the range. Where `std::from_chars`
+/// finds no memory it says the same as of a text that is none; reading a `double` takes none, and
+/// tells.
+[[nodiscard]] inline bool has_form_of_number(char const* first, char const* last) noexcept {
+    double unused{};
+    return std::from_chars(first, last, unused).ptr == last;
 }
 
 /// Parse a number, with nothing before or after it: for an integer decimal digits, behind a `-` for
@@ -40,7 +40,7 @@ template <number T>
     number_t<T> parsed = 0;
     auto const [end, failure] = std::from_chars(first, last, parsed);
     if constexpr (parsing_takes_memory<T>) {
-        if (failure == std::errc::invalid_argument && has_no_memory_for(first, last)) {
+        if (failure == std::errc::invalid_argument && has_form_of_number(first, last)) {
             throw std::bad_alloc();
         }
     }

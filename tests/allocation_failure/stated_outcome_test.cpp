@@ -3,6 +3,7 @@
 #include "support/typed_tests.hpp"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstddef>
@@ -137,6 +138,24 @@ TEST(AFailedValueAssignmentDeathTest, EndsTheProcessWhereTheTargetIsLocal) {
     io_value const source(long_new);
     EXPECT_EXIT((void)runs_out(1, [&] { assign_to_a_local_value(source); }),
                 ::testing::KilledBySignal(SIGABRT), "terminate called");
+}
+
+io_value left_without_an_alternative() {
+    io_value value(5);
+    io_value const source(long_new);
+    EXPECT_TRUE(runs_out(1, [&] { value = source; }));
+    return value;
+}
+
+// The argument is looked at before it is taken; its end on the way of the exception raises another.
+TEST(ADataValueDeathTest, EndsTheProcessWhereItIsGivenAValueWithoutAnAlternative) {
+    EXPECT_EXIT(
+        {
+            auto const* const made = new io_data_value(left_without_an_alternative(), {},
+                                                       io_data_value::value_quality::good);
+            ::_exit(made == nullptr ? 1 : 0);
+        },
+        ::testing::KilledBySignal(SIGABRT), "terminate called");
 }
 
 TEST(AFailedPartAssignment, LeavesTheNewKindAndAnEmptyText) {
