@@ -67,16 +67,24 @@ private:
 
 using by_key = std::map<std::string, std::string>;
 
+/// Does `set` with some key and value, and expects these where it is done.
+template <class Set>
+void add_value(chance& next, by_key& expected, Set set) {
+    std::string const key = next.key();
+    io_value value = next.value();
+    std::string const text = text_of(value);
+    // The argument is moved in: its copy is no part of the change.
+    if (next.allows([&] { set(key, std::move(value)); })) expected[key] = text;
+}
+
 /// Each of these has a container, and what it must hold.
 struct a_store {
     config::store made;
     by_key expected;
 
     void add(chance& next) {
-        std::string const key = next.key();
-        io_value value = next.value();
-        std::string const text = text_of(value);
-        if (next.allows([&] { made.set(key, std::move(value)); })) expected[key] = text;
+        add_value(next, expected,
+                  [&](std::string const& key, io_value value) { made.set(key, std::move(value)); });
     }
     void drop(chance& next) {
         std::string const key = next.key();
@@ -94,10 +102,8 @@ struct a_list_of_diagnostics {
     by_key expected;
 
     void add(chance& next) {
-        std::string const key = next.key();
-        io_value value = next.value();
-        std::string const text = text_of(value);
-        if (next.allows([&] { made.set(key, std::move(value)); })) expected[key] = text;
+        add_value(next, expected,
+                  [&](std::string const& key, io_value value) { made.set(key, std::move(value)); });
     }
     void drop(chance& next) {
         std::string const key = next.key();
@@ -116,11 +122,10 @@ struct an_object {
     by_key expected;
 
     void add(chance& next) {
-        std::string const key = next.key();
-        io_value value = next.value();
-        std::string const text = text_of(value);
         v2::io_error error;
-        if (next.allows([&] { made.set(key, std::move(value), error); })) expected[key] = text;
+        add_value(next, expected, [&](std::string const& key, io_value value) {
+            made.set(key, std::move(value), error);
+        });
         EXPECT_TRUE(error.ok());
     }
     void drop(chance& next) {
