@@ -12,7 +12,8 @@ has two directions, each of which any instantiation may have taken. Where a cond
 is none.
 
 Exit status: 0 if every line is covered and every branch taken both ways, or else an exception, no
-exception is covered, and enough branches are taken with those among them counted as not; 1 if not; 2 where the arguments or the exceptions are wrong.
+exception is covered, and enough branches are taken, exceptions or not; 1 if not; 2 where the
+arguments or the exceptions are wrong.
 """
 
 import collections

@@ -49,6 +49,8 @@ protected:
         ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before_), 0);
         if (before_.rlim_cur >= needed) return;
         if (before_.rlim_max < needed) {
+            // Nobody but the administrator may raise the hard limit: where it is lower no process
+            // can come to so many descriptors, and there is no fault to look for.
             GTEST_SKIP() << "the hard limit of " << before_.rlim_max
                          << " open descriptors is below the " << needed << " that this takes";
         }

@@ -9,8 +9,8 @@ variable chooses one. Only the test cases that reach the mutated place judge a m
 at a time, and the first case that fails has killed it; so has one that crashes or finds no end.
 
 Of each source at most MOST_OF_A_FILE places are mutated, spread over it evenly. That is some 570 of
-1,480, which two cores judge within two hours. With --sample only N of these are judged, spread
-evenly as well.
+1,480, which two cores build within seven minutes and judge within four. With --sample only N of these
+are judged, spread evenly as well.
 
 It fails where less than 95 in 100 of what was judged are killed, and for what would make that figure
 worth nothing: too few mutants, none judged, or an entry of equivalent.txt that fits no place.

@@ -106,7 +106,7 @@ private:
         } else {
             try {
                 std::destroy_at(&element);
-            } catch (...) { // NOLINT(bugprone-empty-catch), as said above
+            } catch (...) { // NOLINT(bugprone-empty-catch): a second one would end the process
             }
         }
     }
