@@ -49,6 +49,7 @@ TEST(data_models, have_classes_of_the_sizes_in_the_table) {
         {"io_value", sizeof(v2::io_value)},
         {"io_data_value", sizeof(v2::io_data_value)},
         {"io_error", sizeof(v2::io_error)},
+        {"io_exception", sizeof(v2::io_exception)},
         {"io_error_diagnostics", sizeof(v2::io_error_diagnostics)},
         {"io_error_diagnostics_generic", sizeof(v2::io_error_diagnostics_generic)},
         {"io_structure_type", sizeof(v2::io_structure_type)},
@@ -73,7 +74,8 @@ TEST(data_models, have_classes_of_the_sizes_in_the_table) {
         {"config::verification_result", sizeof(v2::config::verification_result)},
         {"config::verification_result::issue_type",
          sizeof(v2::config::verification_result::issue_type)},
-        {"backend_query", sizeof(v2::backend_query)}};
+        {"backend_query", sizeof(v2::backend_query)},
+        {"backend_version_info", sizeof(v2::backend_version_info)}};
     EXPECT_EQ(listed_in("Class"), sizes);
 }
 
