@@ -33,13 +33,14 @@ TEST_P(NestingLoad, IsCopied) {
     std::size_t const before = heap();
     auto original = std::make_unique<v2::io_value>(nested());
     std::size_t const original_heap = heap() - before;
-    measured const figures(name("copied"));
+    auto figures = std::make_unique<measured>(name("copied"));
     v2::io_value const copy(*original);
+    figures.reset();
     EXPECT_TRUE(is_as_deep(heap() - before - original_heap, original_heap));
     EXPECT_EQ(copy.data_type(), original->data_type());
-    auto const printed = original->printable_string();
+    auto const printed = original->printable_string(' ', 0, 0);
     original.reset();
-    EXPECT_TRUE(copy.printable_string() == printed) << "the copy outlives its source";
+    EXPECT_TRUE(copy.printable_string(' ', 0, 0) == printed) << "the copy outlives its source";
 }
 
 TEST_P(NestingLoad, IsComparedWithItsTwin) {
