@@ -45,7 +45,8 @@ public:
     /// Whether there are no nodes.
     [[nodiscard]] bool empty() const { return begin() == end(); }
 
-    /// Have room for at least `capacity` nodes from now on; never gives room back.
+    /// Have room for at least `capacity` nodes from now on; never gives room back. Where it takes a
+    /// new block, all pointers to nodes end.
     void reserve(unsigned int capacity);
     /// Append default nodes, or destroy those at the end.
     void resize(unsigned int size);
@@ -54,7 +55,8 @@ public:
     /// Destroy all nodes; the room stays.
     void clear() noexcept;
 
-    /// All nodes, in order; pointers that end with the next change of size.
+    /// All nodes, in order; pointers that end with `reserve`, the next change of size or
+    /// assignment.
     [[nodiscard]] browsing::node* begin() noexcept TAVI_IOAPI_LIFETIMEBOUND;
     [[nodiscard]] browsing::node* end() noexcept TAVI_IOAPI_LIFETIMEBOUND;
     [[nodiscard]] browsing::node const* begin() const noexcept TAVI_IOAPI_LIFETIMEBOUND;
@@ -62,16 +64,16 @@ public:
     [[nodiscard]] browsing::node const* cbegin() const noexcept TAVI_IOAPI_LIFETIMEBOUND;
     [[nodiscard]] browsing::node const* cend() const noexcept TAVI_IOAPI_LIFETIMEBOUND;
 
-    /// The first node whose `identifier` equals this one, or null. Linear, no allocation.
+    /// The first node whose `identifier` equals this one, or null. Linear, no allocation. It ends
+    /// as the pointers of `begin` do.
     [[nodiscard]] browsing::node const* get_node(plc_identifier const& identifier) const noexcept
         TAVI_IOAPI_LIFETIMEBOUND;
-    /// The first node whose `browse_name` equals this one, or null. Linear, no allocation.
+    /// The first node whose `browse_name` equals this one, or null; the same holds for it.
     [[nodiscard]] browsing::node const* get_node_by_browse_name(
         plc_identifier const& browse_name) const noexcept TAVI_IOAPI_LIFETIMEBOUND;
 
-    /// Copies of all nodes of a class, in order. \throws std::bad_alloc where the first of its two
-    /// lists, or the block of the second, cannot be had; a failure while that is being filled ends
-    /// the process
+    /// Copies of all nodes of a class, in order. \throws std::bad_alloc where no room can be had
+    /// for them; where memory runs out while they are being copied there, the process ends
     [[nodiscard]] utility::array<browsing::node> get_nodes_by_class(
         browsing::node_class node_class) const;
 

@@ -32,8 +32,11 @@ struct backend_version_info {
 /// it; backends never see it themselves. Host and backends are built separately and meet at the
 /// order of these operations, which therefore never changes.
 ///
-/// Directories are paths without a separator at the end. Whether operations may be called from
-/// several threads is for the host to say.
+/// Directories are paths without a separator at the end, and empty where the host has none. Whether
+/// operations may be called from several threads is for the host to say, and so are the errors:
+/// customary are `not_found` (1) for a name or a type that is not known, and `not_supported` (6)
+/// for another structure under a known name, which a host may also take in place of the old one.
+/// What is meant to change a structure is `replace_structure_type`.
 class TAVI_IOAPI_API host_interface {
 public:
     host_interface(host_interface const&) = delete;

@@ -37,8 +37,9 @@ struct io_data_type {
 
     basic_types basic_type = basic_types::empty; ///< the kind of an element
     unsigned long long structure_id = 0;         ///< 0 unless `basic_type` is `object`
-    unsigned int array_kind = 0;   ///< 0: a scalar; all else: an array, 2 where we say so
-    unsigned int array_extent = 0; ///< kept, copied and compared; 0 where we say so
+    unsigned int array_kind = 0;   ///< 0: a scalar; all else: an array. The library makes 2
+    unsigned int array_extent = 0; ///< for backends, such as a number of elements; only compared.
+                                   ///< The library makes 0
 
     /// \return the type of one element of kind `element`.
     [[nodiscard]] static constexpr io_data_type scalar(basic_types element) noexcept {

@@ -130,8 +130,9 @@ private:
 /// \return a record of the generic category, without diagnostics.
 [[nodiscard]] TAVI_IOAPI_API io_error make_io_error(io_errc code) noexcept;
 
-/// \return the record as one line, with its diagnostics where it has any:
-/// `generic:3 incompatible type {index: (u32) 4}`. Takes `io_value.hpp`. \throws std::bad_alloc
+/// \return the record as a line, with its diagnostics where it has any:
+/// `generic:3 incompatible type {index: (u32) 4}`. Arrays and objects among these print on several
+/// lines. Compiles where `io_value.hpp` or `ioapi.hpp` is included. \throws std::bad_alloc
 template <class Error, std::enable_if_t<std::is_same_v<Error, io_error>, bool> = true>
 [[nodiscard]] std::string describe(Error const& error) {
     // Not std::to_string: its table of digits is bound so that a module could never be unloaded.

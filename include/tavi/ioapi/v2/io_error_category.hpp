@@ -7,7 +7,8 @@ namespace tavi::ioapi::v2 {
 
 /// Gives error numbers their meaning. A backend derives its own category to report the codes of
 /// its controllers in their own words; categories are told apart by address, so there is one
-/// static instance of each, which must outlive every record that refers to it.
+/// static instance of each, which must outlive every record that refers to it. Hosts may ask it
+/// from any thread: it keeps no state.
 class TAVI_IOAPI_API io_error_category {
 public:
     io_error_category(io_error_category const&) = delete;

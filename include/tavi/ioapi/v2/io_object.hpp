@@ -78,7 +78,11 @@ public:
     /// converted; a value of the declared type goes in as it is stored. After an error nothing has
     /// changed.
     /// \param[out] error  cleared, or `invalid_property` (2): known keys, not declared;
-    ///     `incompatible_type` (3): the value does not convert to the declared type
+    ///     `incompatible_type` (3): the value does not convert to the declared type, for whatever
+    ///     reason: a number out of range too, for which `to_variant` says 4. The empty value is
+    ///     refused unless `empty` is declared; `remove` takes back what was set. As everywhere, a
+    ///     whole number in floating point is clamped and cut (70000.0 in a `u16` is 4464) and an
+    ///     empty text is the number 0
     /// \throws std::bad_alloc, and then nothing has changed
     void set(utility::string_view key, io_value value, io_error& error);
     /// \throws io_exception  with the error that the other form reports
@@ -93,7 +97,7 @@ public:
     /// `for (auto const& [key, value] : object)`. \throws std::bad_alloc
     [[nodiscard]] const_iterator begin() const TAVI_IOAPI_LIFETIMEBOUND;
     [[nodiscard]] const_iterator end() const TAVI_IOAPI_LIFETIMEBOUND;
-    /// Whether no member is set.
+    /// Whether no member is set. Makes two iterators. \throws std::bad_alloc
     [[nodiscard]] inline bool empty() const;
 
 private:

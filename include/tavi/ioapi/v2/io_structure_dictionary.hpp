@@ -9,8 +9,9 @@ namespace tavi::ioapi::v2 {
 
 /// A registry of structure types by 64-bit id, which may be shared between threads:
 /// `add_structure`, `get_structure`, `replace_structure` and `remove_structure` each hold its lock.
-/// Ids are drawn at random, from one generator for each thread. All operations are logarithmic in
-/// the entries.
+/// Ids are drawn at random, from one generator for each thread: one names a structure in this
+/// dictionary alone and while it lives, so what is to last is the name of a structure, not its id.
+/// All operations are logarithmic in the entries.
 ///
 /// **Assignment does not do what assignment does elsewhere**: see `operator=`.
 class TAVI_IOAPI_API io_structure_dictionary {
@@ -46,7 +47,8 @@ public:
     /// \throws std::bad_alloc, std::system_error
     [[nodiscard]] io_structure_type get_structure(unsigned long long structure_id, io_error& error);
 
-    /// Put a structure under an id, whether there was one or not.
+    /// Put a structure under an id, whether there was one or not. The id 0 is taken too, though
+    /// objects with that id have free keys.
     /// \param[out] error  always cleared
     /// \throws std::bad_alloc, std::system_error
     void replace_structure(unsigned long long structure_id,

@@ -63,7 +63,7 @@ public:
     /// The members in the order of their names. \throws std::bad_alloc
     [[nodiscard]] const_iterator begin() const TAVI_IOAPI_LIFETIMEBOUND;
     [[nodiscard]] const_iterator end() const TAVI_IOAPI_LIFETIMEBOUND;
-    /// Whether there are no members.
+    /// Whether there are no members. Makes two iterators. \throws std::bad_alloc
     [[nodiscard]] inline bool empty() const;
 
 private:
@@ -72,8 +72,8 @@ private:
 
 /// Walks the members of a structure type in the order of their names and gives each as a copy,
 /// which outlives the iterator. Owns its position; copies are deep and allocate. Valid until the
-/// member is removed or the type cleared, assigned to or destroyed. A moved-from iterator may only
-/// be destroyed or assigned to.
+/// type is cleared, assigned to or destroyed; `set_member` leaves it valid. A moved-from iterator
+/// may only be destroyed or assigned to.
 class TAVI_IOAPI_API io_structure_type::const_iterator {
 public:
     class impl;

@@ -188,7 +188,8 @@ public:
     /// \}
     /// \name The payload as another type
     /// By the rules of `detail::get_as`. `T` is one of its types, `std::string`, or a `std::vector`
-    /// of any of them, as which an array is had.
+    /// of any of them, as which an array is had. An object is no target: `get_if<io_object>()`
+    /// gives the one that is stored.
     /// \{
 
     /// \param[out] error  cleared or set, see `detail::get_as`
@@ -197,7 +198,7 @@ public:
     template <class T>
     [[nodiscard]] T as(io_error& error) const {
         using target = detail::conversion_target<T>;
-        static_assert(target::exists, "no conversion gives a T");
+        static_assert(target::exists, "no conversion gives a T; get_if<T>() gives what is stored");
         return target::finish(detail::get_as<typename target::instance>(*this, error));
     }
 
@@ -256,9 +257,10 @@ public:
     /// \throws char const*  for a value without a legal alternative
     [[nodiscard]] TAVI_IOAPI_API bool converts_to(io_data_type const& type) const;
 
-    /// A copy where `type` is the value's own, else the payload converted. An array of any kind
-    /// gives `array_kind` 2. The empty value converts to any scalar, and anything to the type
-    /// `empty`.
+    /// A copy where `type` is the value's own, else the payload converted. An array type of any
+    /// kind and extent then gives `array_kind` 2 and `array_extent` 0, and the number of elements
+    /// is not checked: compare the `type_code` of the result, not its whole type. The empty value
+    /// converts to any scalar, and anything to the type `empty`.
     /// \param[out] error  cleared or set as by `detail::get_as`, and `incompatible_type` (3) for
     ///     a type of objects or an unknown one
     /// \return a value of the type. Where `error` is set, one with the default payload, or the

@@ -48,7 +48,8 @@ public:
 
         /// Store a value, which is moved in, and clear the error.
         TAVI_IOAPI_API void set(io_data_value value);
-        /// Store an error, which is moved in, and clear value, timestamp and quality.
+        /// Store an error, which is moved in, and clear value, timestamp and quality. One with the
+        /// code 0 makes a success with the empty value.
         TAVI_IOAPI_API void set(io_error error);
 
     private:
@@ -70,8 +71,9 @@ public:
     read_result() noexcept = default;
 
     /// One entry for each identifier, in order, without a result yet.
-    /// \throws std::bad_alloc, or std::bad_array_new_length for more entries than can be addressed
-    /// in 32 bits of bytes, as all that adds entries
+    /// \throws std::bad_alloc, or std::bad_array_new_length for more entries than fit into
+    /// 4294967295 bytes, 33554431 on 32-bit platforms and 26843545 on 64-bit ones, as all that adds
+    /// entries
     TAVI_IOAPI_API explicit read_result(utility::data_view<plc_identifier const> identifiers);
 
     /// Start anew with these identifiers, which entries of this result may hold. The block is kept

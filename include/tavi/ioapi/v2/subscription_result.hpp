@@ -32,7 +32,7 @@ public:
         plc_identifier identifier;  ///< as it was set last
         io_data_type data_type;     ///< of the variable; all 0 beside an error
         io_error error;             ///< the outcome of subscribing to it
-        unsigned int aux_value = 0; ///< what the backend stored; never read here
+        unsigned int aux_value = 0; ///< for backend and host to agree on; the library only keeps it
         subscription_id id;         ///< of kind `none` beside an error
 
         /// Whether the error is none. The record of `not_found` says so, too.

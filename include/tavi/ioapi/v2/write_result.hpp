@@ -58,8 +58,9 @@ public:
     write_result() noexcept = default;
 
     /// One entry for each identifier, in order, without a result yet.
-    /// \throws std::bad_alloc, or std::bad_array_new_length for more entries than can be addressed
-    /// in 32 bits of bytes, as all that adds entries
+    /// \throws std::bad_alloc, or std::bad_array_new_length for more entries than fit into
+    /// 4294967295 bytes, 67108863 on 32-bit platforms and 48806446 on 64-bit ones, as all that adds
+    /// entries
     TAVI_IOAPI_API explicit write_result(utility::data_view<plc_identifier const> identifiers);
 
     /// Start anew with these identifiers, which entries of this result may hold. The block is kept

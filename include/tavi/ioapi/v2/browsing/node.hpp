@@ -11,13 +11,18 @@
 namespace tavi::ioapi::v2::browsing {
 
 /// What sort of node this is. Other numbers are legal by cast; the library only compares them.
-enum class node_class : unsigned int { unspecified = 0, folder = 1, variable = 2, type = 3 };
+enum class node_class : unsigned int {
+    unspecified = 0, ///< not said
+    folder = 1,      ///< holds other nodes
+    variable = 2,    ///< can be read, written or subscribed to by its identifier
+    type = 3         ///< describes a structure and has no value
+};
 
 /// One node of what there is on a controller, a plain record.
 struct node {
     browsing::node_class node_class = browsing::node_class::unspecified; ///< the sort of the node
     plc_identifier identifier;                                           ///< the node's identity
-    plc_identifier browse_name;  ///< the node's name for browsing
+    plc_identifier browse_name;  ///< the node's name for browsing, such as that in its folder
     utility::string description; ///< a text for people
     io_data_type data_type;      ///< all 0 where the node has none
 };

@@ -22,7 +22,9 @@ class TAVI_IOAPI_API category {
 public:
     class impl;
 
-    /// \param wants_connection, collapsed  flags for the host, which the library only keeps
+    /// \param wants_connection  that there should be a connection while its values are chosen
+    /// \param collapsed  that the category is shown folded at first. Both are for the host; the
+    ///     library only keeps them
     /// \param options  copied as they stand, duplicates included
     /// \throws std::bad_alloc, std::length_error for too many options
     category(utility::string_view name,
@@ -44,9 +46,9 @@ public:
     /// For people.
     [[nodiscard]] utility::string_view description() const TAVI_IOAPI_LIFETIMEBOUND;
 
-    /// A flag for the host, as it was given.
+    /// As it was given.
     [[nodiscard]] bool wants_connection() const noexcept;
-    /// The other flag for the host, as it was given.
+    /// As it was given.
     [[nodiscard]] bool collapsed() const noexcept;
 
     /// The options in order. They can be assigned to, but their number stays. The view lives until

@@ -40,8 +40,9 @@ public:
            utility::string_view description,
            io_data_type::basic_types value_type,
            utility::data_view<value_option const> options = {});
-    /// An optional setting, whose type is that of its default. An empty default counts for none,
-    /// and the setting is optional all the same.
+    /// An optional setting, whose type is the element kind of its default. `io_value()` counts for
+    /// no default and leaves the type `empty`, and the setting is optional all the same; a type
+    /// without a value, `io_value(type, nullptr)`, says the type and counts for a default.
     option(utility::string_view key,
            utility::string_view display_name,
            utility::string_view description,
@@ -63,7 +64,8 @@ public:
     /// For people, at length.
     [[nodiscard]] utility::string_view description() const TAVI_IOAPI_LIFETIMEBOUND;
 
-    /// What a value must be; of an optional setting, the type of its default.
+    /// What a value must be; of an optional setting, the element kind of its default. That a
+    /// default is an array is seen in its `data_type()` alone.
     [[nodiscard]] io_data_type::basic_types value_type() const noexcept;
 
     /// Whether the default has a data type other than the one whose fields are all 0.

@@ -53,8 +53,8 @@ private:
     detail::deep_ptr<impl> impl_;
 };
 
-/// \return the value that a store holds for an option, or the option's default, or the empty value.
-/// \throws std::bad_alloc
+/// \return the value that a store holds for an option, be it empty, or the option's default, or the
+/// empty value. \throws std::bad_alloc
 [[nodiscard]] inline io_value get_or_default(store const& values, option const& option) {
     return values.get(option.key(), option.default_value());
 }

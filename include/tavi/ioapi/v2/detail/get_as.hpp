@@ -32,8 +32,9 @@ namespace detail {
 /// - A text is parsed whole: decimal digits, behind a `-` for signed types; for floating types
 ///   what `std::from_chars` takes. There is no leading `+` and no blank.
 /// - `char` is a number from 0 to 255, never a letter.
-/// - `bool` takes everything: a number that is not 0, a text that is no number or not 0 ("false"
-///   is true), every object and every array with elements are true.
+/// - `bool` takes everything. True are a number that is not 0, every object, every array with
+///   elements, and every text but the empty one and those that are a number equal to 0: "false" is
+///   true.
 ///
 /// To an array:
 /// - Only an array converts, element by element by the rules above, whole or not at all. The empty

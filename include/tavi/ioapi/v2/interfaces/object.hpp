@@ -5,7 +5,8 @@
 namespace tavi::ioapi::v2::interfaces {
 
 /// The root of objects that are shared by reference count across modules. Any module may derive
-/// from it; `make_object_implementation` supplies the count.
+/// from it and counts by itself, atomically and from 1 on; only for diagnostics,
+/// `io_error_diagnostics_impl`, does `make_object_implementation` supply the count.
 class TAVI_IOAPI_API object {
 public:
     object(object const&) = delete;

@@ -119,8 +119,9 @@ public:
     ~array() noexcept(std::is_nothrow_destructible_v<T>) { release(); }
 
     /// Assign element by element; where the counts differ, into a new block of default elements
-    /// after the old one has been released. A failure before that leaves no elements; a failure in
-    /// between leaves the rest of the elements as they were. `other` may be held by an element.
+    /// after the old one has been released. Where that cannot be had, no elements are left; where
+    /// an element cannot be assigned, those behind it are as they were, in a new block the default.
+    /// `other` may be held by an element.
     array& operator=(array const& other) { // NOLINT(bugprone-unhandled-self-assignment): safe
         if constexpr (detail::can_hold_its_own_array<T>::value) {
             if (holds_address(&other)) {

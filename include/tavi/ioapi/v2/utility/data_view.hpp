@@ -47,7 +47,7 @@ public:
     constexpr data_view(Range&& range)
         : data_(range.data()), size_(detail::narrow_view_size(range.size())) {}
 
-    /// The first element, or null in a view made so.
+    /// The first element, or null in a view that was made from null or from nothing.
     [[nodiscard]] constexpr T* data() const noexcept { return data_; }
     /// The count of elements.
     [[nodiscard]] constexpr unsigned int size() const noexcept { return size_; }

@@ -46,7 +46,7 @@ public:
 
     string_view(std::nullptr_t) = delete;
 
-    /// The first byte; null only in a view made so.
+    /// The first byte; null only in a view that was made from null or from nothing.
     [[nodiscard]] constexpr char const* data() const noexcept { return data_; }
     /// The length in bytes.
     [[nodiscard]] constexpr unsigned int size() const noexcept { return size_; }
