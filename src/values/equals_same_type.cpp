@@ -4,6 +4,8 @@
 #include "number_runs.hpp"
 #include "number_traits.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
 
@@ -60,6 +62,16 @@ bool equals_bytes(T const& own, void const* other) {
     } else {
         return std::memcmp(&own, other, sizeof(T)) == 0;
     }
+}
+
+/// Compare a number with as many bytes of a text that is stored at `text`. Its first word is its
+/// allocator's, which nobody writes, and counts as zero.
+template <class T>
+[[gnu::noinline]] bool equals_text_bytes(T const& own, unsigned char const* text) {
+    constexpr std::size_t unwritten = std::min(sizeof(T), sizeof(void*));
+    unsigned char read[sizeof(T)] = {};
+    std::memcpy(read + unwritten, text + unwritten, sizeof(T) - unwritten);
+    return equals_bytes(own, read);
 }
 
 // --- arrays
@@ -178,8 +190,10 @@ bool io_value::equals_same_type(io_value const& other) const {
                     return stored<T>() == static_cast<std::common_type_t<T, sibling>>(*number);
                 }
             }
-            // Whatever is stored there: the bytes are inside the value and were zero from the
-            // start.
+            if (other.index_ == detail::index_of<utility::string>) {
+                return detail::equals_text_bytes(stored<T>(), other.storage_.bytes);
+            }
+            // Whatever else is stored there: the bytes are inside the value, and zero behind it.
             return detail::equals_bytes(stored<T>(), other.storage_.bytes);
         } else {
             return detail::equals_owned(stored<T>(), other);

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace whole_values {
 namespace {
 
@@ -163,6 +165,27 @@ TEST(SameTypeEqualityOf, EmptyTextsTakesNoNoticeOfTheBlock) {
     EXPECT_TRUE(same(utility::string(), ""));
     EXPECT_TRUE(same("", utility::string()));
     EXPECT_TRUE(same(array<utility::string>{""}, array<utility::string>(1)));
+}
+
+// The first word of a text is its allocator's, which nobody writes.
+TEST(SameTypeEqualityOf, NumbersTakesTheUnwrittenFrontOfATextForZero) {
+    io_value text("x");
+    std::memset(reinterpret_cast<unsigned char*>(&text) + sizeof(io_data_type), 0xAA,
+                sizeof(void*));
+    auto const equals_text = [&text](io_value const& number) {
+        return with_type(text.data_type(), number).equals_same_type(text);
+    };
+    EXPECT_TRUE(equals_text(false));
+    EXPECT_TRUE(equals_text(short{0}));
+    EXPECT_TRUE(equals_text(0));
+    EXPECT_TRUE(equals_text(0UL));
+    EXPECT_TRUE(equals_text(0.0F));
+    EXPECT_TRUE(equals_text('\0'));
+    EXPECT_FALSE(equals_text(3));
+    EXPECT_FALSE(equals_text(0xAAAAAAAAU));
+    // What lies behind that word is the length.
+    EXPECT_TRUE(equals_text(sizeof(void*) == 8 ? 0LL : 1LL << 32));
+    EXPECT_FALSE(equals_text(sizeof(void*) == 8 ? 1LL << 32 : 0LL));
 }
 
 TEST(SameTypeEqualityOf, TwoEmptyValuesHolds) {

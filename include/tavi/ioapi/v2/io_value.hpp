@@ -314,8 +314,8 @@ private:
     friend struct detail::layout_of<io_value>;
     friend struct detail::payload_transfer;
 
-    // A union would need its alternatives complete here; bytes do not, and are zero from the start,
-    // so that all of them can be copied whatever is stored.
+    // A union would need its alternatives complete here; bytes do not, and all of them can be
+    // copied whatever is stored. Behind a payload they are zero.
     struct alignas(8) storage {
         unsigned char bytes[(sizeof(utility::string) + 7) / 8 * 8];
     };
