@@ -31,7 +31,8 @@ def describe():
     if "Hypervisor vendor" in cpu:
         result.append(("Virtual machine", cpu["Hypervisor vendor"]))
     result.append(("Memory", f"{int(memory[1]) / 2**20:.0f} GiB"))
-    result.append(("System", f"{os_name()}, Linux {platform.release().split("-")[0]}"))
+    kernel = platform.release().split("-")[0]
+    result.append(("System", f"{os_name()}, Linux {kernel}"))
     result.append(("Load at the start", f"{os.getloadavg()[0]:.1f}"))
     return result
 
