@@ -5,7 +5,6 @@
 #include "number_traits.hpp"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
 #include <type_traits>
 
@@ -68,9 +67,9 @@ bool equals_bytes(T const& own, void const* other) {
 /// allocator's, which nobody writes, and counts as zero.
 template <class T>
 [[gnu::noinline]] bool equals_text_bytes(T const& own, unsigned char const* text) {
-    constexpr std::size_t unwritten = std::min(sizeof(T), sizeof(void*));
-    unsigned char read[sizeof(T)] = {};
-    std::memcpy(read + unwritten, text + unwritten, sizeof(T) - unwritten);
+    unsigned char read[sizeof(T)];
+    std::memcpy(read, text, sizeof(T));
+    std::memset(read, 0, std::min(sizeof(T), sizeof(void*)));
     return equals_bytes(own, read);
 }
 
