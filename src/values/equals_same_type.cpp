@@ -5,6 +5,7 @@
 #include "number_traits.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
 
